@@ -1,0 +1,182 @@
+// The board: its objects and how they are walked, its setup, its views and its progress.
+#pragma once
+
+#include "Interfaces/Groups.h"
+#include "Interfaces/Rules.h"
+
+namespace Ketril {
+
+// Walks objects. Filters are set first; `First` starts and gives the first object, `Next` each further one,
+// empty at the end. The order is stable during a run. A walk sees what was there at its `First`: it skips
+// what has since left and does not see what has since come, so objects may be added and removed meanwhile.
+class IPCB_AbstractIterator : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_AbstractIterator"};
+  virtual Status FilterAll() noexcept = 0;  // all objects, all layers
+  virtual Status FilterAllLayers() noexcept = 0;
+  virtual Status FilterObjects(TObjectSet objects) noexcept = 0;
+  // An empty reference and an empty set both pass all layers.
+  virtual Status FilterLayers(IPCB_LayerSet* layers) noexcept = 0;
+  virtual Status FilterArea(TCoord x1, TCoord y1, TCoord x2, TCoord y2) noexcept = 0;
+  virtual Status First(Ref<IPCB_Primitive>& primitive) noexcept = 0;
+  virtual Status Next(Ref<IPCB_Primitive>& primitive) noexcept = 0;
+};
+
+class IPCB_BoardIterator : public IPCB_AbstractIterator {
+ public:
+  using Base = IPCB_AbstractIterator;
+  static constexpr InterfaceId Id{"IPCB_BoardIterator"};
+  virtual Status FilterMethod(TIterationMethod method) noexcept = 0;
+};
+
+// Gives the objects whose bounding rectangle touches the area.
+class IPCB_SpatialIterator : public IPCB_AbstractIterator {
+ public:
+  using Base = IPCB_AbstractIterator;
+  static constexpr InterfaceId Id{"IPCB_SpatialIterator"};
+};
+
+class IPCB_GroupIterator : public IPCB_AbstractIterator {
+ public:
+  using Base = IPCB_AbstractIterator;
+  static constexpr InterfaceId Id{"IPCB_GroupIterator"};
+};
+
+// The visible progress of a long run. `maximum` 0 means that the length is not known.
+class IPCB_Progress : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_Progress"};
+  virtual Status Start(const std::u16string& caption, bool can_cancel) noexcept = 0;
+  virtual Status SetMaximum(std::int32_t maximum) noexcept = 0;
+  virtual Status Step() noexcept = 0;
+  virtual Status End() noexcept = 0;
+};
+
+class IPCB_AdvancedPlacerOptions : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_AdvancedPlacerOptions"};
+  KETRIL_PROPERTY(TCoord, PlaceLargeClear);
+  KETRIL_PROPERTY(TCoord, PlaceSmallClear);
+};
+
+// A window on a document, and on a board in particular.
+class IServerDocumentView : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IServerDocumentView"};
+  KETRIL_READ(std::u16string, ViewName);
+};
+class IPCBGraphicalViewInterface : public IServerDocumentView {
+ public:
+  using Base = IServerDocumentView;
+  static constexpr InterfaceId Id{"IPCBGraphicalViewInterface"};
+  virtual Status UpdateWindows() noexcept = 0;
+  virtual Status SetCurrentMode(TDisplay mode) noexcept = 0;
+};
+class IPCBGraphicalViewStateInterface : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCBGraphicalViewStateInterface"};
+  KETRIL_PROPERTY(TV7_Layer, CurrentLayer);
+};
+
+// The editor's dialogs of one board's commands.
+class IUIManager : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IUIManager"};
+};
+
+class IPCB_Board : public IPCB_Primitive3 {
+ public:
+  using Base = IPCB_Primitive3;
+  static constexpr InterfaceId Id{"IPCB_Board"};
+
+  // Every iterator made is handed back.
+  virtual Status BoardIterator_Create(Ref<IPCB_BoardIterator>& iterator) noexcept = 0;
+  virtual Status BoardIterator_Destroy(IPCB_BoardIterator* iterator) noexcept = 0;
+  virtual Status SpatialIterator_Create(Ref<IPCB_SpatialIterator>& iterator) noexcept = 0;
+  virtual Status SpatialIterator_Destroy(IPCB_SpatialIterator* iterator) noexcept = 0;
+
+  // The object is on or off the board from then on. Adding twice, or removing what is not there, does
+  // nothing.
+  virtual Status RegisterWithPrimaryWarehouse(IPCB_Primitive* primitive) noexcept = 0;
+  virtual Status CancelPrimaryWarehouseRegistration(IPCB_Primitive* primitive) noexcept = 0;
+
+  virtual Status GetPrimitiveCount(TObjectSet objects, IPCB_LayerSet* layers, TIterationMethod method,
+                                   std::int32_t& count) noexcept = 0;
+  // The box of the matching objects; `found` is false, and the box untouched, when there is none.
+  virtual Status GetState_BoundingRectangleBoard(TObjectSet objects, IPCB_LayerSet* layers,
+                                                 bool only_selected, TCoordRect& rectangle,
+                                                 bool& found) noexcept = 0;
+  KETRIL_READ(std::int32_t, SelectedObjectsCount);
+  // In the order in which the objects came onto the board; empty beyond the end.
+  virtual Status GetState_SelectedObject(std::int32_t index, Ref<IPCB_Primitive>& primitive) noexcept = 0;
+
+  virtual Status GraphicallyInvalidatePrimitive(IPCB_Primitive* primitive) noexcept = 0;
+  virtual Status UpdateWindows() noexcept = 0;
+  virtual Status SetCurrentMode(TDisplay mode) noexcept = 0;
+  KETRIL_READ(Ref<IServerDocumentView>, View);
+  KETRIL_PROPERTY(Ref<IPCBGraphicalViewStateInterface>, GraphicalViewState);
+  KETRIL_READ(Ref<IPCB_Progress>, Progress);
+
+  KETRIL_READ(std::u16string, FileName);
+  KETRIL_READ(std::int32_t, BoardID);
+  KETRIL_READ(bool, IsLibrary);
+  virtual Status SetState_DocumentHasChanged() noexcept = 0;
+
+  KETRIL_READ(Ref<IPCB_BoardOutline>, BoardOutline);  // empty when the board has none
+  KETRIL_READ(TCoord, BoardMinimumX);
+  KETRIL_READ(TCoord, BoardMaximumX);
+  KETRIL_READ(TCoord, BoardMinimumY);
+  KETRIL_READ(TCoord, BoardMaximumY);
+};
+
+class IPCB_Board2 : public IPCB_Board {
+ public:
+  using Base = IPCB_Board;
+  static constexpr InterfaceId Id{"IPCB_Board2"};
+  KETRIL_PROPERTY(TUnit, DisplayUnit);
+  KETRIL_PROPERTY(TCoord, OriginX);
+  KETRIL_PROPERTY(TCoord, OriginY);
+  KETRIL_PROPERTY(bool, ElectricalGridEnabled);
+  KETRIL_PROPERTY(double, ComponentGridSize);
+  KETRIL_PROPERTY(double, ComponentGridSizeX);
+  KETRIL_PROPERTY(double, ComponentGridSizeY);
+  KETRIL_READ(Ref<IPCB_LayerStack>, LayerStack);
+  // Calls back once for each layer of the stack, from top to bottom.
+  virtual Status ProcessLayers(IPCB_LayerProcessInterface* callback) = 0;
+};
+
+class IPCB_Board3 : public IPCB_Board2 {
+ public:
+  using Base = IPCB_Board2;
+  static constexpr InterfaceId Id{"IPCB_Board3"};
+  // Empty when no rule has that name.
+  virtual Status GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept = 0;
+  virtual Status GetState_RulesOfKind(TRuleKind kind, Ref<IPCB_RuleList>& rules) noexcept = 0;
+  KETRIL_READ(Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions);
+  KETRIL_READ(Ref<IUIManager>, UIManager);
+};
+
+// The copper of a board as bodies, measured once for several questions.
+class IPCB_CopperBodyList : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_CopperBodyList"};
+};
+
+// Offered by a board that can measure its areas. Areas are in square units.
+class IPCB_BoardMeasure : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_BoardMeasure"};
+  KETRIL_READ(double, Area);
+  KETRIL_READ(Ref<IPCB_CopperBodyList>, CopperBodyList);
+  virtual Status GetState_LayerArea(IPCB_CopperBodyList* bodies, TV7_Layer layer, double& area) noexcept = 0;
+};
+
+}  // namespace Ketril

@@ -1,0 +1,61 @@
+// The editor's client and its PCB server: where the library finds factories, options and dialogs.
+#pragma once
+
+#include "Interfaces/Board.h"
+
+namespace Ketril {
+
+// Ready layer sets and the factory of new ones.
+class IPCB_LayerSetUtils : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_LayerSetUtils"};
+  // `layers` is a new set each time, for the caller to change.
+  virtual Status CreateLayerSet(TLayerPartitionSet partitions, Ref<IPCB_LayerSet>& layers) noexcept = 0;
+};
+
+// The server "PCB".
+class IPCB_ServerInterface : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_ServerInterface"};
+  // A new object of the kind, on no board; empty for a kind that cannot be made alone. The two integers are
+  // reserved and 0.
+  virtual Status PCBObjectFactory(TObjectId kind, std::int32_t reserved1, std::int32_t reserved2,
+                                  Ref<IPCB_Primitive>& primitive) noexcept = 0;
+  // Empty when the host has none: then the library's own are used.
+  KETRIL_READ(Ref<IPCB_LayerSetUtils>, LayerSetUtils);
+};
+
+// Questions that the host shows in its own manner.
+class IDialogService : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IDialogService"};
+  // Two buttons, Yes and No.
+  virtual Status ConfirmYesNo(const std::u16string& text, bool& yes) noexcept = 0;
+};
+
+class IClient : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IClient"};
+  // Empty when there is no such server.
+  virtual Status GetServerByName(const std::u16string& name, Ref<IInterface>& server) noexcept = 0;
+  // Empty when the host shows no dialogs of its own.
+  KETRIL_READ(Ref<IDialogService>, DialogService);
+  KETRIL_READ(bool, InTestMode);
+  virtual Status WriteLog(const std::u16string& line) noexcept = 0;
+  // A value of the editor's options file; `found` is false, and the value untouched, when it is not there.
+  virtual Status ReadOption(const std::u16string& section, const std::u16string& name, std::u16string& value,
+                            bool& found) noexcept = 0;
+  virtual Status WriteOption(const std::u16string& section, const std::u16string& name,
+                             const std::u16string& value) noexcept = 0;
+};
+
+// The entry of the module "Ketril.dll" by which the library finds the client; null when there is none.
+using ClientAPI_GetClient = IClient* (*)();
+inline constexpr const char* kModule_Ketril = "Ketril.dll";
+inline constexpr const char* kEntry_GetClient = "ClientAPI_GetClient";
+
+}  // namespace Ketril

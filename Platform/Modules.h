@@ -1,0 +1,14 @@
+// Entries of loaded modules, found by module and name: how the tools find the editor's functions.
+#pragma once
+
+#include <string_view>
+
+namespace Ketril::Platform {
+
+// Makes `entry` known under a module and a name; null takes it away. Names compare exactly.
+void RegisterModuleEntry(std::string_view module, std::string_view name, void* entry);
+
+// Null when there is no such entry.
+void* FindModuleEntry(std::string_view module, std::string_view name);
+
+}  // namespace Ketril::Platform
