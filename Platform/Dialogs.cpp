@@ -1,0 +1,30 @@
+#include "Platform/Dialogs.h"
+
+#include <cstdio>
+#include <utility>
+
+#include "Platform/Text.h"
+
+namespace Ketril::Platform {
+
+namespace {
+
+TDialogProvider& Provider() {
+  static TDialogProvider provider;
+  return provider;
+}
+
+}  // namespace
+
+void SetDialogProvider(TDialogProvider provider) {
+  Provider() = std::move(provider);
+}
+
+TDialogAnswer MessageDialog(const std::u16string& text, TDialogKind kind, TDialogButtons buttons) {
+  // A copy, so that the provider may be replaced while it asks.
+  if (const TDialogProvider provider = Provider()) return provider(text, kind, buttons);
+  std::fprintf(stderr, "%s\n", ToUtf8(text).c_str());
+  return buttons == TDialogButtons::Ok ? TDialogAnswer::Ok : TDialogAnswer::Cancelled;
+}
+
+}  // namespace Ketril::Platform
