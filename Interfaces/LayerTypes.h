@@ -87,6 +87,15 @@ static_assert(sizeof(TV7_Layer) == 4);
 constexpr std::uint16_t kFlags_FurtherSignal = 257;       // Genus 1, Family 1
 constexpr std::uint16_t kFlags_FurtherPlane = 260;        // Genus 4, Family 1
 constexpr std::uint16_t kFlags_FurtherMechanical = 1024;  // Genus 0, Family 4
+constexpr std::uint16_t kFlags_FurtherFixed = 512;        // Genus 0, Family 2: the three layers below
+constexpr std::uint16_t kFlags_Dielectric = 2048;         // Genus 0, Family 8: N is the place from 1
+constexpr std::uint16_t kFlags_TopCoverlay = 2049;        // Genus 1, Family 8: likewise
+constexpr std::uint16_t kFlags_BottomCoverlay = 2050;     // Genus 2, Family 8: likewise
+
+// Layers of which there is one each, and which have no old number.
+constexpr TV7_Layer kLayer_TopPadMasterPlot{1, kFlags_FurtherFixed};
+constexpr TV7_Layer kLayer_BottomPadMasterPlot{2, kFlags_FurtherFixed};
+constexpr TV7_Layer kLayer_DRCDetail{3, kFlags_FurtherFixed};
 
 // The old number of a layer; `eV6_NoLayer` for one that has none.
 constexpr TV6_Layer ToV6(TV7_Layer layer) {

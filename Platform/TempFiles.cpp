@@ -37,11 +37,14 @@ TReplacementFile::TReplacementFile(const std::filesystem::path& target) : target
   for (int links = 0; std::filesystem::is_symlink(target_) && links < 40; ++links) {
     target_ = target_.parent_path() / std::filesystem::read_symlink(target_);
   }
-  if (!std::filesystem::exists(target_)) return CreateBesideTarget();
-  if (::access(target_.c_str(), W_OK) != 0) Fail("cannot write");
-  if (std::filesystem::is_regular_file(target_)) return CreateBesideTarget();
-  file_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
-  if (file_ < 0) Fail("cannot write");
+  const bool exists = std::filesystem::exists(target_);
+  if (exists && ::access(target_.c_str(), W_OK) != 0) Fail("cannot write");
+  if (!exists || std::filesystem::is_regular_file(target_)) {
+    CreateBesideTarget();
+  } else {
+    file_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+    if (file_ < 0) Fail("cannot write");
+  }
 }
 
 TReplacementFile::~TReplacementFile() {

@@ -36,7 +36,8 @@ extern std::unordered_map<std::uintptr_t, TNet*>* NetMap;
 void BeginObjectScope();
 
 // Closes what the matching `BeginObjectScope` opened. At the outermost level frees every recorded wrapper, in
-// the order in which they were made, and every list. A call without a begin changes nothing.
+// the order in which they were made, and every list. A call without a begin opens and breaks nothing. Raises
+// nothing: freeing a wrapper calls no host.
 void EndObjectScope();
 
 // A scope for the length of a block.
@@ -48,22 +49,30 @@ class TObjectScope {
   TObjectScope& operator=(const TObjectScope&) = delete;
 };
 
-// Enters a wrapper that was just made into its registry. True when it was recorded: an open scope owns it now.
+// The wrapper that closing is freeing at the moment. Its entry is taken already.
+extern const void* ObjectBeingClosed;
+
+// Enters a wrapper that was just made into its registry; nothing when there is none.
 template <class T>
-bool RecordIn(std::vector<T*>* registry, T* object) {
-  if (!registry) return false;
-  registry->push_back(object);
-  return true;
+void RecordIn(std::vector<T*>* registry, T* object) {
+  if (registry) registry->push_back(object);
 }
 
 // Takes a wrapper that is being freed out of its registry; nothing when it is not there. The search starts at
-// the newest entry, since most wrappers that are freed early are young. While the scope closes the lists stay
-// as they are: closing walks them, and without a search costs a fixed time for each wrapper.
+// the newest entry, since most wrappers that are freed early are young.
+//
+// Closing walks the list and frees without a search, a fixed time for each wrapper. The list may grow under
+// it but never shrinks: a wrapper that another one frees meanwhile leaves an empty entry, so that nothing is
+// freed twice.
 template <class T>
 void ForgetIn(std::vector<T*>* registry, T* object) {
-  if (!registry || ObjectScopeClosing) return;
+  if (!registry || object == ObjectBeingClosed) return;
   const auto found = std::find(registry->rbegin(), registry->rend(), object);
-  if (found != registry->rend()) registry->erase(std::next(found).base());
+  if (found == registry->rend()) return;
+  if (ObjectScopeClosing)
+    *found = nullptr;
+  else
+    registry->erase(std::next(found).base());
 }
 
 }  // namespace Ketril::Tools

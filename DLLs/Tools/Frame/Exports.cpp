@@ -1,0 +1,17 @@
+// The table of exports: each function that the editor finds by name, the frame that it runs in, and the tool.
+#include "DLLs/Tools/Frame/ToolFrame.h"
+#include "DLLs/Tools/Vias/PadToVia.h"
+#include "Interfaces/Tools.h"
+
+namespace Ketril {
+
+using namespace Tools;
+
+void Tools_ReplaceSelectedPadsWithVias(IPCB_Board* ABoard) {
+  RunTool<kNothingWithoutBoard>(ReplaceSelectedPadsWithVias, ABoard);
+}
+void Tools_ReplaceSelectedViasWithPads(IPCB_Board* ABoard) {
+  RunTool<kNothingWithoutBoard>(ReplaceSelectedViasWithPads, ABoard);
+}
+
+}  // namespace Ketril

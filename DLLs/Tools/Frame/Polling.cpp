@@ -1,0 +1,54 @@
+#include "DLLs/Tools/Frame/Polling.h"
+
+#include "DLLs/Tools/Frame/ConfirmNoYes.h"
+#include "Platform/Messages.h"
+
+namespace Ketril::Tools {
+
+bool ToolAborted = false;
+
+namespace {
+
+bool ConfirmAbort() {
+  return ConfirmNoYes(u"Confirm Abort Process");
+}
+
+std::optional<Platform::TMessage> PeekKeyDown() {
+  auto message = Platform::PeekMessage(Platform::WM_KEYDOWN, Platform::WM_KEYDOWN);
+  return message ? message : Platform::PeekMessage(Platform::WM_SYSKEYDOWN, Platform::WM_SYSKEYDOWN);
+}
+
+}  // namespace
+
+bool CheckAbort(bool& aborted) {
+  if (aborted) return true;
+  // A handler may run another tool, which polls as well: the flag is looked at before each message.
+  while (!aborted) {
+    const auto message = Platform::PeekMessage();
+    if (!message) break;
+    if (message->Kind == Platform::WM_KEYDOWN || message->Kind == Platform::WM_SYSKEYDOWN) {
+      if (message->WParam != Platform::VK_ESCAPE) continue;
+      if (ConfirmAbort()) {
+        aborted = true;
+        break;
+      }
+    }
+    Platform::SendMessage(*message);
+  }
+  return false;
+}
+
+void CheckShoveAbort() {
+  while (!ToolAborted) {
+    const auto message = PeekKeyDown();
+    if (!message) break;
+    if (message->WParam == Platform::VK_ESCAPE) {
+      ToolAborted = ConfirmAbort();
+    } else {
+      Platform::SendMessage(*message);
+      Platform::MessageBeep(0);
+    }
+  }
+}
+
+}  // namespace Ketril::Tools

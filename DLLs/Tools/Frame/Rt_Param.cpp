@@ -1,0 +1,144 @@
+#include "DLLs/Tools/Frame/Rt_Param.h"
+
+#include <algorithm>
+
+namespace Ketril::Tools::Rt_Param {
+namespace {
+
+template <class List>
+auto FirstOf(List& parameters, std::u16string_view name) {
+  return std::find_if(parameters.begin(), parameters.end(), [&](const auto& parameter) {
+    return Platform::EqualsIgnoringAsciiCase(parameter.Name, name);
+  });
+}
+
+template <class Number>
+bool Read(const std::u16string* text, Number& value) {
+  return text && ReadNumber(*text, value);
+}
+
+bool Read(const std::u16string* text, bool& value) {
+  if (!text) return false;
+  const std::u16string_view word = Platform::Trim(*text);
+  const bool yes = Platform::EqualsIgnoringAsciiCase(word, u"True");
+  if (!yes && !word.empty() && !Platform::EqualsIgnoringAsciiCase(word, u"False")) return false;
+  value = yes;
+  return true;
+}
+
+}  // namespace
+
+void TParameterList::SetState(std::u16string_view text, bool replace) {
+  ForEachPair(text, [&](std::u16string_view name, std::u16string_view value, bool) {
+    AddParameter(name, value, replace);
+  });
+}
+
+void TParameterList::AddParameter(std::u16string_view name, std::u16string_view value, bool replace) {
+  const auto found = replace ? FirstOf(parameters_, name) : parameters_.end();
+  if (found != parameters_.end()) {
+    found->Value = value;
+  } else {
+    parameters_.push_back({std::u16string(name), std::u16string(value)});
+  }
+}
+
+bool TParameterList::SetState_RemoveByName(std::u16string_view name) {
+  const auto found = FirstOf(parameters_, name);
+  if (found == parameters_.end()) return false;
+  parameters_.erase(found);
+  return true;
+}
+
+void TParameterList::SetState_FromString(std::u16string_view text) {
+  ClearAllParameters();
+  SetState(text, false);
+}
+
+std::u16string TParameterList::GetState_ToString() const {
+  std::u16string text;
+  for (const TParameter& parameter : parameters_) {
+    if (!text.empty()) text += u'|';
+    text.append(parameter.Name).append(u"=").append(parameter.Value.empty() ? u" " : parameter.Value);
+  }
+  return text;
+}
+
+const std::u16string* TParameterList::Find(std::u16string_view name) const {
+  const auto found = FirstOf(parameters_, Platform::Trim(name));
+  return found == parameters_.end() ? nullptr : &found->Value;
+}
+
+bool TParameterList::GetState_ParameterAsString(std::u16string_view name, std::u16string& value) const {
+  const std::u16string* const text = Find(name);
+  if (text) value = *text;
+  return text;
+}
+
+bool TParameterList::GetState_ParameterAsPChar(std::u16string_view name, const char16_t*& value) const {
+  const std::u16string* const text = Find(name);
+  if (text) value = text->c_str();
+  return text;
+}
+
+bool TParameterList::GetState_ParameterAsWord(std::u16string_view name, std::uint16_t& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsInteger(std::u16string_view name, std::int32_t& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsInt64(std::u16string_view name, std::int64_t& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsSmallInt(std::u16string_view name, std::int16_t& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsLongInt(std::u16string_view name, std::int32_t& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsReal(std::u16string_view name, double& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsDouble(std::u16string_view name, double& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsBoolean(std::u16string_view name, bool& value) const {
+  return Read(Find(name), value);
+}
+
+bool TParameterList::GetState_ParameterAsWordBool(std::u16string_view name, bool& value) const {
+  return Read(Find(name), value);
+}
+
+void TParameterList::SetState_AddParameterAsString(std::u16string_view name, std::u16string_view value) {
+  AddParameter(name, value, false);
+}
+
+void TParameterList::SetState_AddParameterAsInteger(std::u16string_view name, std::int32_t value) {
+  AddParameter(name, Int64ToText(value), false);
+}
+
+void TParameterList::SetState_AddParameterAsInt64(std::u16string_view name, std::int64_t value) {
+  AddParameter(name, Int64ToText(value), false);
+}
+
+void TParameterList::SetState_AddParameterAsDouble(std::u16string_view name, double value) {
+  AddParameter(name, DoubleToText(value), false);
+}
+
+void TParameterList::SetState_AddParameterAsBoolean(std::u16string_view name, bool value) {
+  AddParameter(name, value ? u"True" : u"False", false);
+}
+
+void TParameterList::SetState_AddOrReplaceParameter(std::u16string_view name, std::u16string_view value) {
+  AddParameter(name, value, true);
+}
+
+}  // namespace Ketril::Tools::Rt_Param

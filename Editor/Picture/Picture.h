@@ -1,0 +1,24 @@
+// A picture of a board as SVG: layers in their customary colours, one group a layer, holes, texts, the edge.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Editor/Model/Board.h"
+
+namespace Ketril::Editor {
+
+struct PictureOptions {
+  std::vector<TV7_Layer> layers;  // to show; empty: copper, silkscreen and the board's edge
+  // The part of the board to show; without it the whole board with a margin. Units, y up.
+  std::optional<TCoordRect> around;
+  // Objects to show brightly, with everything else dimmed; none when empty.
+  std::function<bool(const Primitive&)> highlight;
+};
+
+// UTF-8. An empty board gives an empty picture of 10 by 10 mm.
+std::string DrawSvg(Board& board, const PictureOptions& options);
+
+}  // namespace Ketril::Editor

@@ -1,0 +1,35 @@
+// What the verbs do once the command line is read. Each raises Failure.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Editor/Selection/Length.h"
+#include "Ketril/Verbs.h"
+
+namespace Ketril::Command {
+
+// Options that the verbs share; each verb reads those that it offers.
+struct Options {
+  std::string board;  // path of the board file
+  std::string output;
+  bool in_place = false;
+  bool dry_run = false;
+  bool json = false;
+  bool yes = false;
+  std::string select;
+  std::string answers;
+  std::string picture;
+  std::vector<std::string> layers;
+  std::string around;
+  std::string highlight;
+  Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;
+};
+
+void ListTools(const Options& options);    // `ketril list`
+void ListObjects(const Options& options);  // `ketril list BOARD`
+void Info(const Options& options);
+void Draw(const Options& options);
+void RunTool(const ToolVerb& verb, const Options& options);
+
+}  // namespace Ketril::Command

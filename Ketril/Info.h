@@ -1,0 +1,25 @@
+// `ketril info` and `ketril list BOARD`: what is on a board.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "Editor/Model/Board.h"
+#include "Editor/Selection/Selection.h"
+
+namespace Ketril::Command {
+
+using Editor::LengthUnit;
+
+// A length in that unit with its suffix, as "1.27mm", as exact as the board file holds it.
+std::string LengthText(TCoord length, LengthUnit unit);
+
+// Counts by kind, layer and net, size and stack, as JSON: lengths are numbers in the unit that "unit" names.
+nlohmann::ordered_json BoardInfo(Editor::Board& board, LengthUnit unit);
+// The same for a person to read.
+std::string BoardInfoText(const nlohmann::ordered_json& info);
+
+// One line an object, those that match only.
+std::string ObjectLines(Editor::Board& board, const Editor::Selection& selection);
+
+}  // namespace Ketril::Command

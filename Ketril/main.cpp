@@ -1,0 +1,129 @@
+// ketril: runs board tools on board files from a shell.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <map>
+
+#include "Ketril/Commands.h"
+#include "Ketril/Exit.h"
+
+namespace Ketril::Command {
+
+namespace {
+
+constexpr const char* kSelectionHelp =
+    "Objects by an expression: a kind (track, arc, via, pad, text, fill, region, zone, component, net, "
+    "...),\n"
+    "all, free, locked, teardrop, smd, through, net:NAME, class:NAME, layer:NAME, component:NAME, "
+    "name:NAME,\n"
+    "in:X1,Y1,X2,Y2, combined by and, or, not and parentheses; * and ? in names. Quote it for the shell:\n"
+    "  --select 'via and net:GND'   --select 'pad and component:U*'   --select 'free and in:10,10,40mm,1in'";
+
+void AddUnits(CLI::App& verb, Options& options) {
+  using Editor::LengthUnit;
+  static const std::map<std::string, LengthUnit> kUnits{
+      {"mm", LengthUnit::Millimetre}, {"mil", LengthUnit::Mil}, {"in", LengthUnit::Inch}};
+  verb.add_option("--units", options.unit,
+                  "Unit of lengths shown, and of numbers that name none: mm, mil, in")
+      ->transform(CLI::CheckedTransformer(kUnits).description(""))
+      ->type_name("UNIT")
+      ->default_str("mm");
+}
+
+void AddBoard(CLI::App& verb, Options& options) {
+  verb.add_option("BOARD", options.board, "Board file (.kicad_pcb)")->required();
+}
+
+void AddLook(CLI::App& app, Options& options) {
+  CLI::App* list = app.add_subcommand("list", "The tools that are there, or the objects of a board");
+  list->add_option("BOARD", options.board, "Board file (.kicad_pcb)");
+  list->add_option("--select", options.select, kSelectionHelp);
+  list->add_flag("--json", options.json, "For programs to read");
+  AddUnits(*list, options);
+  list->callback([&options] { options.board.empty() ? ListTools(options) : ListObjects(options); });
+
+  CLI::App* info = app.add_subcommand("info", "What is on a board: by kind, layer and net");
+  AddBoard(*info, options);
+  info->add_flag("--json", options.json, "For programs to read");
+  AddUnits(*info, options);
+  info->callback([&options] { Info(options); });
+
+  CLI::App* draw = app.add_subcommand("draw", "A picture of a board");
+  AddBoard(*draw, options);
+  draw->add_option("-o,--output", options.output, "Picture to write (.svg)")->required()->type_name("FILE");
+  draw->add_option("--layers", options.layers,
+                   "Layers to show, as F.Cu,F.SilkS; without it copper, silkscreen, edge")
+      ->delimiter(',')
+      ->type_name("NAMES");
+  draw->add_option("--around", options.around,
+                   "Part to show: X,Y,WIDTH,HEIGHT of a box, places as in the board file")
+      ->type_name("BOX");
+  draw->add_option("--highlight", options.highlight, "Show the objects of a selection brightly")
+      ->type_name("SELECTION");
+  AddUnits(*draw, options);
+  draw->callback([&options] { Draw(options); });
+  for (CLI::App* verb : {list, info, draw}) verb->group("Look at a board");
+}
+
+void AddTools(CLI::App& app, Options& options) {
+  for (const ToolVerb& tool : ToolVerbs()) {
+    CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
+    verb->group(tool.group);
+    AddBoard(*verb, options);
+    verb->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
+    CLI::Option* output =
+        verb->add_option("-o,--output", options.output, "Where the changed board goes")->type_name("FILE");
+    CLI::Option* in_place =
+        verb->add_flag("--in-place", options.in_place, "Write the changed board over the given one");
+    CLI::Option* dry_run =
+        verb->add_flag("--dry-run", options.dry_run, "Tell what would change, write nothing");
+    output->excludes(in_place)->excludes(dry_run);
+    in_place->excludes(dry_run);
+    verb->add_option("--picture", options.picture,
+                     "A picture of the result, with what changed shown brightly (.svg)")
+        ->type_name("FILE");
+    verb->add_flag("-y,--yes", options.yes, "Answer every question with yes");
+    verb->add_option("--answers", options.answers, "Answers to questions, a line each: question = yes|no")
+        ->type_name("FILE");
+    verb->add_flag("--json", options.json, "The summary for programs to read");
+    AddUnits(*verb, options);
+    verb->callback([&tool, &options] { RunTool(tool, options); });
+  }
+}
+
+int Main(int argc, char** argv) {
+  CLI::App app{"Board tools: run them on a board file, or look at one."};
+  app.name("ketril");
+  app.require_subcommand(1);
+  app.set_help_flag("-h,--help", "This help; ketril VERB --help tells a verb's options");
+  app.set_version_flag("--version", "ketril " KETRIL_VERSION);
+  app.footer(
+      "Exit status: 0 done, 1 the tool or the editor failed, 2 bad usage, 3 the file cannot be read,\n"
+      "4 aborted by the user. The given board is never overwritten unless --in-place says so.");
+  Options options;
+  AddLook(app, options);
+  AddTools(app, options);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    // CLI11 prints the help or what is wrong; its own exit codes are not ours.
+    return app.exit(error) == 0 ? kExit_Done : kExit_Usage;
+  }
+  return kExit_Done;
+}
+
+}  // namespace
+
+}  // namespace Ketril::Command
+
+int main(int argc, char** argv) {
+  using namespace Ketril::Command;
+  try {
+    return Main(argc, argv);
+  } catch (const Failure& failure) {
+    std::cerr << "ketril: " << failure.what() << "\n";
+    return failure.Code();
+  } catch (const std::exception& error) {
+    std::cerr << "ketril: " << error.what() << "\n";
+    return kExit_Failed;
+  }
+}
