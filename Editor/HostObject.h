@@ -42,6 +42,11 @@ template <class... Interfaces>
 class HostObject : public Interfaces... {
  public:
   HostObject() { ++LiveObjects::count_; }
+  // For a base `Core` that is made from values.
+  template <class Core, class... Values>
+  explicit HostObject(std::in_place_type_t<Core>, const Values&... values) : Core(values...) {
+    ++LiveObjects::count_;
+  }
   HostObject(const HostObject&) = delete;
   HostObject& operator=(const HostObject&) = delete;
 

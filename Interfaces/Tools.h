@@ -8,7 +8,8 @@
 // All are called on the editor's main thread and may be called from within each other, through messages that
 // a running tool delivers. They catch nothing: when a host call fails, or a tool does, an exception derived
 // from std::exception reaches the caller, and every reference that the library took has been given back.
-// Interfaces are borrowed for the call. What a tool changed before it failed stays changed.
+// Interfaces are borrowed for the call. What a tool changed before it failed stays changed. The library has
+// to stay loaded as long as such an exception, or an object that the library made, is held.
 #pragma once
 
 #include "Interfaces/Board.h"

@@ -166,6 +166,24 @@ std::string BoardInfoText(const ordered_json& info) {
   return out.str();
 }
 
+ordered_json ObjectTable(Board& board, const Editor::Selection& selection, LengthUnit unit) {
+  ordered_json table = ordered_json::array();
+  board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
+    if (!selection.Matches(object, board)) return;
+    ordered_json row{{"kind", Editor::KindName(object.kind)},
+                     {"name", ToUtf8(object.Identifier())},
+                     {"layer", LayerName(board, object.state.layer)}};
+    if (object.GetNet()) row["net"] = ToUtf8(object.GetNet()->data.name);
+    if (Editor::HasPlace(object.kind)) {
+      // Places as the board file has them: y down.
+      const TCoordRect box = object.Bounds();
+      row["box"] = {Length(box.x1, unit), Length(-box.y2, unit), Length(box.x2, unit), Length(-box.y1, unit)};
+    }
+    table.push_back(std::move(row));
+  });
+  return table;
+}
+
 std::string ObjectLines(Board& board, const Editor::Selection& selection) {
   std::string lines;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {

@@ -19,7 +19,9 @@ nlohmann::ordered_json BoardInfo(Editor::Board& board, LengthUnit unit);
 // The same for a person to read.
 std::string BoardInfoText(const nlohmann::ordered_json& info);
 
-// One line an object, those that match only.
+// The objects that match, one JSON object each: kind, identifier, layer, net, box.
+nlohmann::ordered_json ObjectTable(Editor::Board& board, const Editor::Selection& selection, LengthUnit unit);
+// The same for a person to read, a line each.
 std::string ObjectLines(Editor::Board& board, const Editor::Selection& selection);
 
 }  // namespace Ketril::Command

@@ -1,13 +1,17 @@
 // The board: what is on it, its stack of layers, its setup, and what keeps these findable and undoable.
 #pragma once
 
-#include <map>
+#include <memory>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <unordered_set>
 #include <vector>
 
+#include "Editor/Client/Progress.h"
+#include "Editor/Client/Views.h"
 #include "Editor/Model/Copper.h"
 #include "Editor/Model/Groups.h"
+#include "Editor/Model/Iterators.h"
 #include "Editor/Model/Journal.h"
 #include "Editor/Model/Records.h"
 #include "Editor/Model/SpatialIndex.h"
@@ -19,15 +23,15 @@ namespace Ketril::Editor {
 struct BoardLayer {
   TV7_Layer id;
   std::int32_t file_number = 0;
-  std::string file_name;      // "F.Cu"; in the oldest version copper may have a name of the user's
-  std::u16string user_name;   // shown to people
-  std::string kind;           // "signal", "power", "mixed", "jumper", "user"
+  std::string file_name;     // "F.Cu"; in the oldest version copper may have a name of the user's
+  std::u16string user_name;  // shown to people
+  std::string kind;          // "signal", "power", "mixed", "jumper", "user"
 };
 
 // The board's values that the tools and the objects read; lengths in units.
 struct BoardSetup {
-  TCoordPoint origin;       // of the user's coordinates
-  double grid_x = 250000;   // of components: 25 mil
+  TCoordPoint origin;      // of the user's coordinates
+  double grid_x = 250000;  // of components: 25 mil
   double grid_y = 250000;
   bool electrical_grid = true;
   TUnit display_unit = eMetric;
@@ -42,11 +46,13 @@ struct BoardSetup {
 // The text that the board was read from, kept whole: a save copies from it what nobody changed.
 struct BoardText {
   std::string text;
-  std::string path;          // UTF-8, empty for a board that was never saved
+  std::string path;  // UTF-8, empty for a board that was never saved
   std::int32_t version = 20221018;
   std::u16string title;
 };
 
+// Lives as long as somebody holds it. When it dies, objects that are still held stay as they are, on no
+// board.
 class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
@@ -60,14 +66,26 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3> {
   bool document_changed = false;
 
   Warehouse objects;
-  SpatialIndex index;
-  Journal journal;
+  SpatialIndex index{objects};
+  Journal journal{*this};
+  const Ref<View> view{MakeHost<View>()};
+  const Ref<Progress> progress{MakeHost<Progress>()};
+
+  Board();
 
   // Puts an object, with its members, onto the board or takes it off, as the interface does, through the
-  // journal. `Load` is for readers: no journal, no document mark.
+  // journal. An object that is taken off leaves its group; the members that go with a group stay members.
+  // `Load` is for readers: no journal, no document mark.
   void Add(Primitive* primitive);
   void Remove(Primitive* primitive);
   void Load(Primitive* primitive);
+  // Takes the members of a group off the board; they stay members.
+  void RemoveMembers(Primitive& group);
+
+  // An object may be tried on a board without being on it: it knows the board, but the board does not have
+  // it. An object that dies meanwhile, or is tried elsewhere, says so.
+  void TryOn(Primitive& primitive);
+  void StopTrying(Primitive& primitive);
 
   Net* FindNet(const std::u16string& name) const;  // null when there is none
   const BoardLayer* FindLayer(TV7_Layer id) const;
@@ -78,8 +96,96 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3> {
   const ObjectClass* ClassOf(const Net* net) const;
   // Rings chained from the lines on the layer of the board's edge; empty when there are none.
   Ref<BoardOutline> Outline() const;
+  // The box around the outline, or, without one, around all objects; a point at 0, 0 on an empty board.
+  TCoordRect Extents() const;
 
-  std::int64_t LiveIterators() const { return objects.LiveIterators(); }
+  // The selected objects, oldest first. Whoever sets or clears the selection of objects on the board says so.
+  const std::vector<Primitive*>& Selected() const;
+  void SelectionChanged() { selection_known_ = false; }
+
+  std::int64_t LiveIterators() const { return iterators_->live; }
+  const std::shared_ptr<IteratorLedger>& Iterators() const { return iterators_; }
+
+  TCoordRect Bounds() const override { return Extents(); }
+  TCoordPoint Reference() const override { return setup.origin; }
+  std::unique_ptr<Snapshot> Save() const override;
+  void Restore(const Snapshot& snapshot) override;
+  Ref<Primitive> Copy() const override { return {}; }
+  std::u16string Identifier() const override { return file.title; }
+
+  KETRIL_HOST_METHOD(IPCB_Primitive, Replicate, (Ref<IPCB_Primitive>&), Status::Failure)
+
+  KETRIL_HOST_METHOD(IPCB_Board, BoardIterator_Create, (Ref<IPCB_BoardIterator> & iterator),
+                     (void)(iterator = MakeBoardIterator(*this)))
+  KETRIL_HOST_METHOD(IPCB_Board, BoardIterator_Destroy, (IPCB_BoardIterator * iterator),
+                     HandBackIterator(iterator, *this))
+  KETRIL_HOST_METHOD(IPCB_Board, SpatialIterator_Create, (Ref<IPCB_SpatialIterator> & iterator),
+                     (void)(iterator = MakeSpatialIterator(*this)))
+  KETRIL_HOST_METHOD(IPCB_Board, SpatialIterator_Destroy, (IPCB_SpatialIterator * iterator),
+                     HandBackIterator(iterator, *this))
+  Status RegisterWithPrimaryWarehouse(IPCB_Primitive* primitive) noexcept override;
+  Status CancelPrimaryWarehouseRegistration(IPCB_Primitive* primitive) noexcept override;
+  Status GetPrimitiveCount(TObjectSet kinds, IPCB_LayerSet* layer_set, TIterationMethod method,
+                           std::int32_t& count) noexcept override;
+  Status GetState_BoundingRectangleBoard(TObjectSet kinds, IPCB_LayerSet* layer_set, bool only_selected,
+                                         TCoordRect& rectangle, bool& found) noexcept override;
+  KETRIL_HOST_READ(IPCB_Board, std::int32_t, SelectedObjectsCount,
+                   static_cast<std::int32_t>(Selected().size()))
+  Status GetState_SelectedObject(std::int32_t index, Ref<IPCB_Primitive>& primitive) noexcept override;
+
+  Status GraphicallyInvalidatePrimitive(IPCB_Primitive* primitive) noexcept override;
+  KETRIL_HOST_METHOD(IPCB_Board, UpdateWindows, (), view->Update())
+  KETRIL_HOST_METHOD(IPCB_Board, SetCurrentMode, (TDisplay mode), view->SetMode(mode))
+  KETRIL_HOST_READ(IPCB_Board, Ref<IServerDocumentView>, View, view)
+  KETRIL_HOST_PAIR(IPCB_Board, Ref<IPCBGraphicalViewStateInterface>, GraphicalViewState, view_state_,
+                   (void)(view_state_ = value))
+  KETRIL_HOST_READ(IPCB_Board, Ref<IPCB_Progress>, Progress, progress)
+
+  Status GetState_FileName(std::u16string& value) noexcept override;
+  KETRIL_HOST_READ(IPCB_Board, std::int32_t, BoardID, id_)
+  KETRIL_HOST_READ(IPCB_Board, bool, IsLibrary, is_library)
+  KETRIL_HOST_METHOD(IPCB_Board, SetState_DocumentHasChanged, (), (void)(document_changed = true))
+  KETRIL_HOST_READ(IPCB_Board, Ref<IPCB_BoardOutline>, BoardOutline, Outline())
+  KETRIL_HOST_READ(IPCB_Board, TCoord, BoardMinimumX, Extents().x1)
+  KETRIL_HOST_READ(IPCB_Board, TCoord, BoardMaximumX, Extents().x2)
+  KETRIL_HOST_READ(IPCB_Board, TCoord, BoardMinimumY, Extents().y1)
+  KETRIL_HOST_READ(IPCB_Board, TCoord, BoardMaximumY, Extents().y2)
+
+  KETRIL_HOST_PROPERTY(IPCB_Board2, TUnit, DisplayUnit, setup.display_unit)
+  KETRIL_HOST_PROPERTY(IPCB_Board2, TCoord, OriginX, setup.origin.x)
+  KETRIL_HOST_PROPERTY(IPCB_Board2, TCoord, OriginY, setup.origin.y)
+  KETRIL_HOST_PROPERTY(IPCB_Board2, bool, ElectricalGridEnabled, setup.electrical_grid)
+  KETRIL_HOST_PAIR(IPCB_Board2, double, ComponentGridSize, setup.grid_x,
+                   Write([&] { setup.grid_x = setup.grid_y = value; }))
+  KETRIL_HOST_PROPERTY(IPCB_Board2, double, ComponentGridSizeX, setup.grid_x)
+  KETRIL_HOST_PROPERTY(IPCB_Board2, double, ComponentGridSizeY, setup.grid_y)
+  Status GetState_LayerStack(Ref<IPCB_LayerStack>& value) noexcept override;
+  Status ProcessLayers(IPCB_LayerProcessInterface* callback) override;
+
+  Status GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept override;
+  Status GetState_RulesOfKind(TRuleKind rule_kind, Ref<IPCB_RuleList>& rules) noexcept override;
+  KETRIL_HOST_READ(IPCB_Board3, Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions, placer_options_)
+  // Empty: the dialogs of this editor are no objects of a board.
+  KETRIL_HOST_READ(IPCB_Board3, Ref<IUIManager>, UIManager, nullptr)
+
+ private:
+  friend class Journal;
+  ~Board();
+  struct SavedBoard;
+  void RemoveWithMembers(Primitive& primitive);
+  // Without journal and mark, the object alone.
+  void Enter(Primitive& primitive);
+  void Leave(Primitive& primitive);
+
+  const std::int32_t id_;
+  std::shared_ptr<IteratorLedger> iterators_;
+  Ref<IPCBGraphicalViewStateInterface> view_state_{MakeHost<ViewState>()};
+  Ref<IPCB_AdvancedPlacerOptions> placer_options_;
+  std::unordered_set<Primitive*> tried_;
+  mutable std::vector<Primitive*> selected_;
+  mutable bool selection_known_ = false;
+  mutable Ref<BoardOutline> outline_;
+  mutable std::uint64_t outline_revision_ = ~std::uint64_t{0};  // of the index, when it was chained
 };
 
 }  // namespace Ketril::Editor

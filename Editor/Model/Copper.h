@@ -1,10 +1,9 @@
-// Tracks, arcs, vias and pads.
+// Lines and arcs; pads and vias come with them.
 #pragma once
 
-#include <string>
-#include <vector>
-
+#include "Editor/Model/Pad.h"
 #include "Editor/Model/PrimitiveObject.h"
+#include "Editor/Model/Via.h"
 
 namespace Ketril::Editor {
 
@@ -12,6 +11,7 @@ namespace Ketril::Editor {
 struct TrackData {
   TCoordPoint p1, p2;
   TCoord width = 100000;
+  friend bool operator==(const TrackData&, const TrackData&) = default;
 };
 
 // An arc with round ends, counter-clockwise from angle1 to angle2 (degrees). Equal angles modulo 360 of a
@@ -22,88 +22,52 @@ struct ArcData {
   double angle1 = 0;
   double angle2 = 0;
   TCoord width = 100000;
+  friend bool operator==(const ArcData&, const ArcData&) = default;
 };
 
-// Openings in the masks: how far they reach beyond the copper.
-struct MaskData {
-  TCoord solder = 0;
-  TCoord paste = 0;
-  TMaskExpansionMode solder_mode = eMaskExpansion_FromRule;
-  TMaskExpansionMode paste_mode = eMaskExpansion_FromRule;
-};
-
-struct LayerSize {
-  TV7_Layer layer;
-  TCoord size = 0;
-};
-
-struct ViaData {
-  TCoordPoint center;
-  TCoord hole = 280000;
-  TCoord size = 500000;
-  TV7_Layer low = eV6_TopLayer;
-  TV7_Layer high = eV6_BottomLayer;
-  TPadMode mode = ePadMode_Simple;
-  bool remove_unused = false;    // copper only where something connects
-  bool keep_end_layers = false;  // but always on the first and the last layer
-  std::vector<LayerSize> sizes;  // of the layers that differ from `size`, outside simple mode
-  std::vector<TV7_Layer> removed;  // layers whose copper was taken away
-  std::vector<TV7_Layer> straddling;
-  MaskData mask;
-  std::uint16_t high_bits = 0;
-};
-
-// A pad's copper on one layer, about its centre before rotation.
-struct PadLayer {
-  TV7_Layer layer = eV6_MultiLayer;  // eV6_MultiLayer: on every layer that has no entry of its own
-  TCoord x_size = 600000;
-  TCoord y_size = 600000;
-  TShape shape = eRounded;
-  TCoordPoint offset;             // of the copper from the hole
-  double corner_ratio = 0;        // of a rounded rectangle: radius over the smaller side, 0 to 0.5
-  double chamfer_ratio = 0;       // of a chamfered corner: side of the cut over the smaller side
-  std::uint8_t chamfer_corners = 0;  // bits: 1 top left, 2 top right, 4 bottom left, 8 bottom right
-  TCoordPoint trapezoid;          // of a trapezoid: how much the sides differ in x and in y
-  // Of a custom shape: filled polygons about the pad's centre, united with the anchor of the shape above.
-  std::vector<std::vector<TCoordPoint>> custom;
-};
-
-struct PadData {
-  std::u16string name;
-  TCoordPoint center;  // of the hole
-  TCoord hole = 0;     // 0: no hole
-  TCoord hole_width = 0;  // the longer side of a slot
-  TExtendedHoleType hole_type = eRoundHole;
-  double hole_rotation = 0;  // of the slot's longer side against the pad's x axis, degrees
-  double rotation = 0;       // of the board, the component's included
-  bool plated = true;
-  TPadMode mode = ePadMode_Simple;
-  bool remove_unused = false;
-  bool keep_end_layers = false;
-  std::vector<PadLayer> stack{PadLayer{}};  // never empty
-  std::vector<TV7_Layer> layers;            // copper, mask and paste layers that the pad opens or fills
-  std::vector<TV7_Layer> removed;
-  std::vector<TV7_Layer> straddling;
-  MaskData mask;
-  double paste_ratio = 0;
-  TCoord clearance = 0;  // 0: from the rules
-  std::uint16_t high_bits = 0;
-};
-
+// Its reference point is its first end.
 class Track final : public PrimitiveObject<Track, Primitive, IPCB_Track> {
  public:
   static constexpr TObjectId kKind = eTrackObject;
   TrackData data;
 
+  Track();
   TCoordRect Bounds() const override;
-  TCoordPoint Reference() const override;
-  void Move(TCoord dx, TCoord dy) override;
+  TCoordPoint Reference() const override { return data.p1; }
+  void Transform(const PlaneMap& map) override;
+  std::u16string PlaceText() const override;
+  double Length() const;  // between the ends
 
   KETRIL_HOST_PROPERTY(IPCB_Track, TCoord, X1, data.p1.x)
   KETRIL_HOST_PROPERTY(IPCB_Track, TCoord, Y1, data.p1.y)
   KETRIL_HOST_PROPERTY(IPCB_Track, TCoord, X2, data.p2.x)
   KETRIL_HOST_PROPERTY(IPCB_Track, TCoord, Y2, data.p2.y)
   KETRIL_HOST_PROPERTY(IPCB_Track, TCoord, Width, data.width)
+};
+
+class Arc final : public PrimitiveObject<Arc, Primitive, IPCB_Arc2> {
+ public:
+  static constexpr TObjectId kKind = eArcObject;
+  ArcData data;
+
+  Arc();
+  TCoordRect Bounds() const override;
+  TCoordPoint Reference() const override { return data.center; }
+  void Transform(const PlaneMap& map) override;
+  double Sweep() const;  // degrees, 0 to 360
+  double Length() const;
+  TCoordPoint PointAt(double degrees) const;  // on the middle of the line
+
+  KETRIL_HOST_PROPERTY(IPCB_Arc, TCoord, XCenter, data.center.x)
+  KETRIL_HOST_PROPERTY(IPCB_Arc, TCoord, YCenter, data.center.y)
+  KETRIL_HOST_PROPERTY(IPCB_Arc, TCoord, Radius, data.radius)
+  KETRIL_HOST_PROPERTY(IPCB_Arc, double, Angle1, data.angle1)
+  KETRIL_HOST_PROPERTY(IPCB_Arc, double, Angle2, data.angle2)
+  KETRIL_HOST_PROPERTY(IPCB_Arc, TCoord, LineWidth, data.width)
+  KETRIL_HOST_READ(IPCB_Arc2, TCoord, StartX, PointAt(data.angle1).x)
+  KETRIL_HOST_READ(IPCB_Arc2, TCoord, StartY, PointAt(data.angle1).y)
+  KETRIL_HOST_READ(IPCB_Arc2, TCoord, EndX, PointAt(data.angle2).x)
+  KETRIL_HOST_READ(IPCB_Arc2, TCoord, EndY, PointAt(data.angle2).y)
 };
 
 }  // namespace Ketril::Editor

@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "Editor/Model/PrimitiveObject.h"
+#include "Interfaces/Rules.h"
 
 namespace Ketril::Editor {
 
+// A line of the rats' nest, between two places that are not connected yet.
 struct ConnectionData {
   TCoordPoint p1, p2;
   TV7_Layer layer1 = eV6_TopLayer;
@@ -18,6 +20,20 @@ class Connection final : public PrimitiveObject<Connection, Primitive, IPCB_Conn
  public:
   static constexpr TObjectId kKind = eConnectionObject;
   ConnectionData data;
+
+  Connection();
+  TCoordRect Bounds() const override;
+  TCoordPoint Reference() const override { return data.p1; }
+  void Transform(const PlaneMap& map) override;
+  void MirrorLayers() override;
+
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TCoord, X1, data.p1.x)
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TCoord, Y1, data.p1.y)
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TCoord, X2, data.p2.x)
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TCoord, Y2, data.p2.y)
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TV7_Layer, Layer1, data.layer1)
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TV7_Layer, Layer2, data.layer2)
+  KETRIL_HOST_PROPERTY(IPCB_Connection, TConnectionMode, Mode, data.mode)
 };
 
 // Sizes of a net class, 0 for what it does not say.
@@ -39,7 +55,24 @@ class ObjectClass final : public PrimitiveObject<ObjectClass, Primitive, IPCB_Ob
  public:
   static constexpr TObjectId kKind = eClassObject;
   ObjectClassData data;
+
+  ObjectClass();
   bool HasMember(const std::u16string& name) const;
+  // By its identifier, when it is of the kind that the class has as members.
+  bool HasMember(const Primitive& object) const;
+  TCoordRect Bounds() const override { return {}; }
+  TCoordPoint Reference() const override { return {}; }
+  std::u16string Identifier() const override { return data.name; }
+
+  KETRIL_HOST_PROPERTY(IPCB_ObjectClass, std::u16string, Name, data.name)
+  KETRIL_HOST_PROPERTY(IPCB_ObjectClass, TClassMemberKind, MemberKind, data.member_kind)
+  KETRIL_HOST_METHOD(IPCB_ObjectClass, IsMemberByName, (const std::u16string& name, bool& member),
+                     void(member = HasMember(name)))
+  KETRIL_HOST_METHOD(IPCB_ObjectClass, IsMember, (IPCB_Primitive * primitive, bool& member),
+                     AnswerMember(primitive, member))
+
+ private:
+  Status AnswerMember(IPCB_Primitive* primitive, bool& member) const;
 };
 
 struct RuleData {
@@ -47,10 +80,23 @@ struct RuleData {
   std::u16string name, comment, scope1, scope2;
   bool enabled = true;
 };
+// Rules stand on eV6_MultiLayer, where tools look for them.
 class Rule final : public PrimitiveObject<Rule, Primitive, IPCB_Rule2> {
  public:
   static constexpr TObjectId kKind = eRuleObject;
   RuleData data;
+
+  Rule();
+  TCoordRect Bounds() const override { return {}; }
+  TCoordPoint Reference() const override { return {}; }
+  std::u16string Identifier() const override { return data.name; }
+
+  KETRIL_HOST_READ(IPCB_Rule, TRuleKind, RuleKind, data.rule_kind)
+  KETRIL_HOST_PROPERTY(IPCB_Rule, std::u16string, Name, data.name)
+  KETRIL_HOST_PROPERTY(IPCB_Rule, std::u16string, Comment, data.comment)
+  KETRIL_HOST_PROPERTY(IPCB_Rule, bool, DRCEnabled, data.enabled)
+  KETRIL_HOST_PROPERTY(IPCB_Rule2, std::u16string, Scope1Expression, data.scope1)
+  KETRIL_HOST_PROPERTY(IPCB_Rule2, std::u16string, Scope2Expression, data.scope2)
 };
 
 }  // namespace Ketril::Editor

@@ -4,38 +4,39 @@
 #include <string>
 #include <vector>
 
+#include "Editor/Model/GeometricPolygon.h"
 #include "Editor/Model/PrimitiveObject.h"
 
 namespace Ketril::Editor {
 
 // What a text is to its owner.
 enum class TextRole : std::uint8_t { Free, Designator, Comment };
-enum class TextAlign : std::int8_t { Low = -1, Center = 0, High = 1 };  // left or bottom, middle, right or top
+enum class TextAlign : std::int8_t {
+  Low = -1,
+  Center = 0,
+  High = 1
+};  // left or bottom, middle, right or top
 
 // A text is a box about its anchor: the box follows from the letters' size and the alignment.
 struct TextData {
   TCoordPoint anchor;
-  std::u16string string;  // as stored; what is shown follows from it
-  TCoord size = 600000;         // height of a letter
-  TCoord letter_width = 600000; // nominal width of a letter
-  TCoord width = 100000;        // of the stroke
-  double rotation = 0;          // of the board, degrees
+  std::u16string string;         // as stored; what is shown follows from it
+  TCoord size = 600000;          // height of a letter
+  TCoord letter_width = 600000;  // nominal width of a letter
+  TCoord width = 100000;         // of the stroke
+  double rotation = 0;           // of the board, about the anchor, degrees
   TextAlign horizontal = TextAlign::Center;
   TextAlign vertical = TextAlign::Center;
-  bool mirrored = false;
+  bool mirrored = false;  // left to right, about the anchor, before the rotation
   TextRole role = TextRole::Free;
+  friend bool operator==(const TextData&, const TextData&) = default;
 };
 
 // A box with a rotation about its centre.
 struct FillData {
   TCoordRect box;
   double rotation = 0;
-};
-
-// A ring of vertices; `hole` rings are taken off the others.
-struct Ring {
-  std::vector<TCoordPoint> points;
-  bool hole = false;
+  friend bool operator==(const FillData&, const FillData&) = default;
 };
 
 // A filled area, or, with `filled` false, the drawn outline of one: a rectangle, a polygon, a curve.
@@ -45,36 +46,122 @@ struct RegionData {
   bool filled = true;
   bool closed = true;     // false for a drawn curve that is open
   TCoord line_width = 0;  // of the pen along the outline, 0 for none
+  friend bool operator==(const RegionData&, const RegionData&) = default;
 };
 
 class Text final : public PrimitiveObject<Text, Primitive, IPCB_Text2> {
  public:
   static constexpr TObjectId kKind = eTextObject;
   TextData data;
-  std::u16string Shown() const;  // with ${REFERENCE}, ${VALUE} and the like of its component put in
-  TCoordRect Box() const;        // before rotation about the anchor
+
+  Text();
+  // With ${REFERENCE}, ${VALUE}, ${LAYER}, ${FOOTPRINT_NAME} and ${FOOTPRINT_LIBRARY}, and the %R and %V of
+  // the oldest files, put in from its component. The names of others stay as they are.
+  std::u16string Shown() const;
+  // Before rotation about the anchor, with the stroke. Lines are 1.6 letters apart.
+  TCoordRect Box() const;
+  TCoordRect Bounds() const override;
+  TCoordPoint Reference() const override { return data.anchor; }
+  void Transform(const PlaneMap& map) override;
+  void MirrorLayers() override;  // turns the writing over as well
+  std::u16string Identifier() const override { return Shown(); }
+
+  // The corners of the box. It has the size of its letters: writing a corner moves the text there.
+  KETRIL_HOST_PAIR(IPCB_RectangularPrimitive, TCoord, X1, Box().x1, MoveBy(std::int64_t{value} - Box().x1, 0))
+  KETRIL_HOST_PAIR(IPCB_RectangularPrimitive, TCoord, Y1, Box().y1, MoveBy(0, std::int64_t{value} - Box().y1))
+  KETRIL_HOST_PAIR(IPCB_RectangularPrimitive, TCoord, X2, Box().x2, MoveBy(std::int64_t{value} - Box().x2, 0))
+  KETRIL_HOST_PAIR(IPCB_RectangularPrimitive, TCoord, Y2, Box().y2, MoveBy(0, std::int64_t{value} - Box().y2))
+  KETRIL_HOST_PROPERTY(IPCB_RectangularPrimitive, double, Rotation, data.rotation)
+  KETRIL_HOST_PAIR(IPCB_Text, std::u16string, Text, Shown(), Write([&] { data.string = value; }))
+  KETRIL_HOST_PAIR(IPCB_Text, TCoord, Size, data.size, Write([&] { SetSize(value); }))
+  KETRIL_HOST_PROPERTY(IPCB_Text, TCoord, Width, data.width)
+  KETRIL_HOST_PROPERTY(IPCB_Text2, std::u16string, String, data.string)
+
+ private:
+  void SetSize(TCoord size);  // the width of the letters follows
 };
 
 class Fill final : public PrimitiveObject<Fill, Primitive, IPCB_Fill> {
  public:
   static constexpr TObjectId kKind = eFillObject;
   FillData data;
+
+  Fill();
+  TCoordRect Bounds() const override;
+  TCoordPoint Reference() const override;  // the centre
+  void Transform(const PlaneMap& map) override;
+
+  KETRIL_HOST_PROPERTY(IPCB_RectangularPrimitive, TCoord, X1, data.box.x1)
+  KETRIL_HOST_PROPERTY(IPCB_RectangularPrimitive, TCoord, Y1, data.box.y1)
+  KETRIL_HOST_PROPERTY(IPCB_RectangularPrimitive, TCoord, X2, data.box.x2)
+  KETRIL_HOST_PROPERTY(IPCB_RectangularPrimitive, TCoord, Y2, data.box.y2)
+  KETRIL_HOST_PROPERTY(IPCB_RectangularPrimitive, double, Rotation, data.rotation)
 };
 
-class Region final : public PrimitiveObject<Region, Primitive, IPCB_Region2, IPCB_RegionShape> {
+TCoordRect BoundsOf(const RegionData& region);
+double AreaOf(const RegionData& region);  // in square units: the rings, holes taken off
+
+// What regions and bodies share.
+template <class Self, class... Interfaces>
+class AreaObject : public PrimitiveObject<Self, Primitive, Interfaces...> {
+ public:
+  TCoordRect Bounds() const override { return BoundsOf(Area()); }
+  TCoordPoint Reference() const override {
+    return Area().rings.empty() || Area().rings.front().points.empty() ? TCoordPoint{}
+                                                                       : Area().rings.front().points.front();
+  }
+  void Transform(const PlaneMap& map) override {
+    for (Ring& ring : Area().rings) map.Apply(ring.points);
+  }
+
+  KETRIL_HOST_PAIR(IPCB_Region, Ref<IPCB_GeometricPolygon>, RegionData,
+                   MakeHost<GeometricPolygon>(Area().rings), AssignRings(value))
+  KETRIL_HOST_PROPERTY(IPCB_Region, TRegionKind, Kind, Area().kind)
+  KETRIL_HOST_READ(IPCB_Region2, double, Area, AreaOf(Area()))
+
+ protected:
+  RegionData& Area() { return static_cast<Self&>(*this).data; }
+  const RegionData& Area() const { return static_cast<const Self&>(*this).data; }
+
+ private:
+  Status AssignRings(IPCB_GeometricPolygon* polygon) {
+    std::vector<Ring> rings;
+    if (const Status status = ReadRings(polygon, rings); Failed(status)) return status;
+    this->Write([&] { Area().rings = std::move(rings); });
+    return Status::Ok;
+  }
+};
+
+class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape> {
  public:
   static constexpr TObjectId kKind = eRegionObject;
   RegionData data;
+
+  Region();
+  KETRIL_HOST_METHOD(IPCB_RegionShape, RemoveRedundantVertices, (), Write([&] { Tidy(); }))
+  // The rings are the shape and the area in one, so these two have nothing to bring over.
+  KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeGPCPolyFromShape, (bool), AfterWrite())
+  KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeShapeFromGPCPoly, (), AfterWrite())
+
+ private:
+  void Tidy();
 };
 
 struct ComponentBodyData : RegionData {
   std::u16string model;
   TCoord height = 0;
+  friend bool operator==(const ComponentBodyData&, const ComponentBodyData&) = default;
 };
-class ComponentBody final : public PrimitiveObject<ComponentBody, Primitive, IPCB_ComponentBody2> {
+class ComponentBody final : public AreaObject<ComponentBody, IPCB_ComponentBody2> {
  public:
   static constexpr TObjectId kKind = eComponentBodyObject;
   ComponentBodyData data;
+
+  ComponentBody();
+  std::u16string Identifier() const override { return data.model; }
+
+  KETRIL_HOST_PROPERTY(IPCB_ComponentBody, std::u16string, ModelName, data.model)
+  KETRIL_HOST_PROPERTY(IPCB_ComponentBody2, TCoord, OverallHeight, data.height)
 };
 
 }  // namespace Ketril::Editor

@@ -2,6 +2,7 @@
 // R* insertion of Boost.Geometry), built at the first search and kept current from then on.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -9,10 +10,45 @@
 
 namespace Ketril::Editor {
 
+class Warehouse;
+
+// Told of every object that comes, goes or changes, it only notes that; the next search brings the tree up to
+// date. Nets, classes, rules and the like have no place and are left out.
 class SpatialIndex {
  public:
-  // Objects whose bounds touch the area, oldest first.
+  explicit SpatialIndex(const Warehouse& objects);
+  ~SpatialIndex();
+
+  // Objects whose bounds touch the area, borders included, oldest first. The corners may be any two opposite
+  // ones. Logarithmic in the board, linear in what is found.
   std::vector<Primitive*> Find(const TCoordRect& area);
+
+  // After the object came onto the board or changed; `Touch` of a group counts for its members as well, and
+  // of a member for its group.
+  void Add(const Primitive& primitive);
+  void Touch(const Primitive& primitive);
+  // While the object still has the number that it had on the board.
+  void Remove(const Primitive& primitive);
+  // After objects came back to old places: the next search builds the tree anew.
+  void Rebuild();
+
+  // Ascends with each of the calls above: what was computed from the board's objects is good while it stays.
+  std::uint64_t Revision() const { return revision_; }
+
+ private:
+  struct Tree;
+  void Update();
+
+  const Warehouse& objects_;
+  std::unique_ptr<Tree> tree_;  // empty until the first search
+  std::uint64_t revision_ = 0;
 };
+
+// True for the kinds that have a place on the board.
+bool HasPlace(TObjectId kind);
+// The same area with its corners in order.
+TCoordRect Ordered(const TCoordRect& area);
+// True when the two ordered areas have a point in common.
+bool Meet(const TCoordRect& a, const TCoordRect& b);
 
 }  // namespace Ketril::Editor

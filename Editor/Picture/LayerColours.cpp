@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "Editor/Model/LayerFacts.h"
+
 namespace Ketril::Editor {
 
 namespace {
@@ -33,10 +35,6 @@ const LayerLook* FindLook(const Board& board, TV7_Layer layer) {
   const auto look = std::find_if(kLooks.begin(), kLooks.end(),
                                  [&](const LayerLook& l) { return l.name == entry->file_name; });
   return look == kLooks.end() ? nullptr : &*look;
-}
-
-bool IsCopper(TV7_Layer layer) {
-  return IsSignalLayer(layer) || IsInternalPlaneLayer(layer);
 }
 
 int Height(const Board& board, TV7_Layer layer) {

@@ -60,13 +60,6 @@ void Box(Svg& svg, double x, double y, double radius) {
   svg << "/>";
 }
 
-const PadLayer& LayerOf(const Pad& pad, TV7_Layer layer) {
-  const auto& stack = pad.data.stack;
-  const auto own =
-      std::find_if(stack.begin(), stack.end(), [&](const PadLayer& l) { return l.layer == layer; });
-  return own == stack.end() ? stack.front() : *own;
-}
-
 // Trapezoid: the sides at the left and right differ by trapezoid.y, those at top and bottom by trapezoid.x.
 std::vector<TCoordPoint> Trapezoid(const PadLayer& l) {
   const TCoord hx = l.x_size / 2, hy = l.y_size / 2, dx = l.trapezoid.x / 2, dy = l.trapezoid.y / 2;
@@ -76,7 +69,7 @@ std::vector<TCoordPoint> Trapezoid(const PadLayer& l) {
 }  // namespace
 
 void DrawPad(Svg& svg, const Pad& pad, TV7_Layer on_layer) {
-  const PadLayer& layer = LayerOf(pad, on_layer);
+  const PadLayer& layer = pad.On(on_layer);
   OpenPlace(svg, pad, 0);
   const bool shifted = layer.offset.x != 0 || layer.offset.y != 0;
   if (shifted) svg << "<g transform=\"translate(" << At{layer.offset} << ")\">";

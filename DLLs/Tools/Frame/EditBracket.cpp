@@ -12,6 +12,7 @@ EditBracket::~EditBracket() {
   if (!open_) return;
   try {
     primitive_->CancelModify(true);
+    board_->ViewManager()->GraphicallyInvalidatePrimitive(primitive_);
   } catch (...) {  // the exception that is on its way says more
   }
 }

@@ -12,8 +12,8 @@ namespace Ketril::Tools {
 //   track->SetWidth(width);
 //   edit.End();
 //
-// A bracket that ends without `End`, because the writes raised, abandons the edit: the host cancels it, and
-// the document is not marked. Each step raises EHostError when the host fails.
+// A bracket that ends without `End`, because the writes raised, abandons the edit: the host cancels it, the
+// object is drawn as it was, and the document is not marked. Each step raises EHostError when the host fails.
 class EditBracket {
  public:
   EditBracket(TBoard* board, TPrimitive* primitive);

@@ -88,22 +88,26 @@ HostLink<I> On(Ref<I> view, const char* operation = __builtin_FUNCTION()) {
 // The properties of a wrapper, forwarded through its typed view: reading, writing, both. `HostName` is the
 // property of the host's interface, as in `GetState_HostName`.
 #define KETRIL_VIEW_METHOD(View, Method) &std::remove_cvref_t<decltype(*View())>::Method
-#define KETRIL_FORWARD_READ(Type, Name, View, HostName)                    \
-  Type Name() const {                                                      \
-    return On(View()).Read(KETRIL_VIEW_METHOD(View, GetState_##HostName)); \
-  }
-#define KETRIL_FORWARD_WRITE(Type, SetName, View, HostName)                \
-  void SetName(InArg<Type> value) {                                        \
-    On(View()).Call(KETRIL_VIEW_METHOD(View, SetState_##HostName), value); \
-  }
+#define KETRIL_READ_BODY(View, HostName) \
+  { return On(View()).Read(KETRIL_VIEW_METHOD(View, GetState_##HostName)); }
+#define KETRIL_WRITE_BODY(View, HostName) \
+  { On(View()).Call(KETRIL_VIEW_METHOD(View, SetState_##HostName), value); }
+
+#define KETRIL_FORWARD_READ(Type, Name, View, HostName) Type Name() const KETRIL_READ_BODY(View, HostName)
+#define KETRIL_FORWARD_WRITE(Type, SetName, View, HostName) \
+  void SetName(InArg<Type> value) KETRIL_WRITE_BODY(View, HostName)
 #define KETRIL_FORWARD(Type, Name, View, HostName) \
   KETRIL_FORWARD_READ(Type, Name, View, HostName)  \
   KETRIL_FORWARD_WRITE(Type, Set##Name, View, HostName)
-// Reading as the override of a virtual operation.
-#define KETRIL_FORWARD_OVERRIDE(Type, Name, View, HostName)                \
-  Type Name() const override {                                             \
-    return On(View()).Read(KETRIL_VIEW_METHOD(View, GetState_##HostName)); \
-  }
+
+// Virtual operations, and reading as the override of one.
+#define KETRIL_FORWARD_VIRTUAL(Type, Name, View, HostName) \
+  virtual Type Name() const KETRIL_READ_BODY(View, HostName)
+#define KETRIL_FORWARD_VIRTUAL_WRITE(Type, SetName, View, HostName) \
+  virtual void SetName(InArg<Type> value) KETRIL_WRITE_BODY(View, HostName)
+#define KETRIL_FORWARD_OVERRIDE(Type, Name, View, HostName) \
+  Type Name() const override KETRIL_READ_BODY(View, HostName)
+
 // A property that has a value on each layer.
 #define KETRIL_FORWARD_LAYER_READ(Type, Name, View, HostName)                     \
   Type Name(TV7_Layer layer) const {                                              \

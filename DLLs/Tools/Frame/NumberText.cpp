@@ -15,7 +15,7 @@ std::optional<Number> Convert(std::u16string_view text) {
   std::string digits;
   for (const char16_t unit : text) {
     // Letters but that of the exponent go out here: they would pass as "inf" or "nan".
-    if (unit > u'e' || (unit > u'9' && unit != u'e' && unit != u'E')) return {};
+    if (unit > u'9' && unit != u'e' && unit != u'E') return {};
     digits.push_back(static_cast<char>(unit));
   }
   Number number{};
@@ -28,8 +28,8 @@ std::optional<Number> Convert(std::u16string_view text) {
 template <class Number>
 std::u16string ToText(Number number) {
   char buffer[32];  // the longest double, "-2.2250738585072014e-308", has 24 characters
-  const char* const end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
-  return std::u16string(buffer, end);
+  char* const end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
+  return std::u16string(buffer + 0, end);
 }
 
 }  // namespace

@@ -134,7 +134,8 @@ TLayerPartition PartitionOf(TV7_Layer layer) {
   if (layer.ID < kV6LayerCount) return kOldPartitions[layer.ID];
   const FurtherLayers* kind = KindOf(layer);
   if (!kind) return eV7_NoLayer;
-  if (kind->Flags == kFlags_FurtherFixed) return static_cast<TLayerPartition>(kind->Partition + layer.N() - 1);
+  if (kind->Flags == kFlags_FurtherFixed)
+    return static_cast<TLayerPartition>(kind->Partition + layer.N() - 1);
   return kind->Partition;
 }
 

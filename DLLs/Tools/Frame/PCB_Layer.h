@@ -9,7 +9,8 @@
 
 namespace Ketril::Tools {
 
-// Each of these raises ELayerException, "Creating SignalLayer(0)", for a number that the family does not have.
+// Each of these raises ELayerException, "Creating SignalLayer(0)", for a number that the family does not
+// have.
 //
 // Signal layers are numbered through the stack: 1 is top, 65535 bottom, what lies between is mid layers.
 TV7_Layer SignalLayer(int n);         // 1 to 65535
@@ -53,10 +54,10 @@ int LayerNumber(TV7_Layer layer);
 
 // The parent of a layer in its family: the record with the finest of its parts taken away. A layer's parent
 // is its kind, the record of the same Genus and Family with Species 0, where a layer with an old number
-// counts as one of its further kind: (0, 257) for all signal layers, top and bottom too, (0, 260) for internal
-// planes, (0, 1024) for mechanical layers. The parent of a kind has Genus 0 as well: (0, 256) for all copper,
-// (0, 2048) for all films. That is the top, with `eV6_NoLayer` above it, which is also above layers of which
-// there is one each and that have an old number.
+// counts as one of its further kind: (0, 257) for all signal layers, top and bottom too, (0, 260) for
+// internal planes, (0, 1024) for mechanical layers. The parent of a kind has Genus 0 as well: (0, 256) for
+// all copper, (0, 2048) for all films. That is the top, with `eV6_NoLayer` above it, which is also above
+// layers of which there is one each and that have an old number.
 //
 // Kinds and families name no layer of a board; they are keys of maps only.
 TV7_Layer LayerParent(TV7_Layer layer);

@@ -26,14 +26,13 @@ bool CheckAbort(bool& aborted) {
   while (!aborted) {
     const auto message = Platform::PeekMessage();
     if (!message) break;
-    if (message->Kind == Platform::WM_KEYDOWN || message->Kind == Platform::WM_SYSKEYDOWN) {
-      if (message->WParam != Platform::VK_ESCAPE) continue;
-      if (ConfirmAbort()) {
-        aborted = true;
-        break;
-      }
+    const bool key = message->Kind == Platform::WM_KEYDOWN || message->Kind == Platform::WM_SYSKEYDOWN;
+    if (key && message->WParam != Platform::VK_ESCAPE) continue;
+    if (key && ConfirmAbort()) {
+      aborted = true;
+    } else {
+      Platform::SendMessage(*message);
     }
-    Platform::SendMessage(*message);
   }
   return false;
 }
@@ -43,7 +42,7 @@ void CheckShoveAbort() {
     const auto message = PeekKeyDown();
     if (!message) break;
     if (message->WParam == Platform::VK_ESCAPE) {
-      ToolAborted = ConfirmAbort();
+      if (ConfirmAbort()) ToolAborted = true;
     } else {
       Platform::SendMessage(*message);
       Platform::MessageBeep(0);

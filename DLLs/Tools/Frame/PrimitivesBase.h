@@ -26,7 +26,7 @@ class TNet;
 // closes; one made with no scope open belongs to its maker. Freeing never touches the host object.
 class TPrimitive : public TContainedObject {
  public:
-  static TPrimitive* Create(Ref<IPCB_Primitive> primitive);  // see TWrapper
+  static TPrimitive* Create(Ref<IPCB_Primitive> primitive = nullptr);  // see TWrapper
   void Free();
 
   Ref<IPCB_Primitive> IPrimitive() const { return FPrimitive; }
@@ -36,59 +36,50 @@ class TPrimitive : public TContainedObject {
   virtual bool Moveable() const;  // false for a locked object and for a wrapper of nothing
   virtual void Init() {}          // the last step of making a wrapper
   virtual void Clean() {}         // the first step of freeing it, after it left the registry
-  virtual KETRIL_FORWARD_READ(TCoord, GetState_X, IPrimitive3,
-                              X) virtual KETRIL_FORWARD_READ(TCoord, GetState_Y, IPrimitive3, Y)
-      // Layer, net and the keep-out and teardrop marks of this object, into another wrapper.
-      void CopyTo(TContainedObject* target, TCopyMode mode) const override;
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_X, IPrimitive3, X)
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Y, IPrimitive3, Y)
+  // Layer, net and the keep-out and teardrop marks of this object, into another wrapper.
+  void CopyTo(TContainedObject* target, TCopyMode mode) const override;
   // A rectangle as the result and, in the forms that have them, as left, bottom, right, top. By layer it is
   // still that of the whole object, but for pads.
   virtual TCoordRect GetState_BoundingRectangle_OnLayer(TV7_Layer layer, TCoord& x1, TCoord& y1, TCoord& x2,
                                                         TCoord& y2) const;
   KETRIL_FORWARD_OVERRIDE(TCoordRect, GetState_BoundingRectangle, IPrimitive, BoundingRectangle)
   virtual TCoordRect GetState_BoundingRectangle(TCoord& x1, TCoord& y1, TCoord& x2, TCoord& y2) const;
-  virtual KETRIL_FORWARD_READ(TCoordRect, GetState_BoundingRectangleForSelection, IPrimitive3, BoundingRectangleForSelection) virtual KETRIL_FORWARD_READ(
-      std::u16string, GetProperty_UniqueID, IPrimitive,
-      UniqueId) virtual KETRIL_FORWARD_WRITE(std::u16string, SetProperty_UniqueID, IPrimitive,
-                                             UniqueId) virtual void GenerateUniqueID() {
-  }  // the host gives identifiers: nothing to do
+  KETRIL_FORWARD_VIRTUAL(TCoordRect, GetState_BoundingRectangleForSelection, IPrimitive3,
+                         BoundingRectangleForSelection)
+  KETRIL_FORWARD_VIRTUAL(std::u16string, GetProperty_UniqueID, IPrimitive, UniqueId)
+  KETRIL_FORWARD_VIRTUAL_WRITE(std::u16string, SetProperty_UniqueID, IPrimitive, UniqueId)
+  virtual void GenerateUniqueID() {}  // the host gives identifiers: nothing to do
   virtual void SetState_Default() { throw ENotImplementedException(); }
-  virtual KETRIL_FORWARD_READ(std::u16string, GetState_Identifier, IPrimitive2,
-                              Identifier) virtual KETRIL_FORWARD_READ(std::u16string,
-                                                                      GetState_DescriptorString, IPrimitive2,
-                                                                      DescriptorString) virtual std::u16string
-      GetState_ShortDescriptorString() const {
-    throw ENotImplementedException();
-  }
-  virtual KETRIL_FORWARD_READ(
-      std::u16string, GetState_DetailString, IPrimitive2,
-      DetailString) virtual KETRIL_FORWARD_READ(std::u16string, GetState_Handle, IPrimitive2,
-                                                Handle) virtual KETRIL_FORWARD_READ(bool, TearDrop,
-                                                                                    IPrimitive,
-                                                                                    TearDrop)  // the one mark
-                                                                                               // of teardrop
-                                                                                               // copper
-      virtual KETRIL_FORWARD_WRITE(bool, SetTearDrop, IPrimitive, TearDrop) virtual KETRIL_FORWARD_READ(
-          bool, EnableDraw, IPrimitive,
-          EnableDraw) virtual KETRIL_FORWARD_WRITE(bool, SetEnableDraw, IPrimitive,
-                                                   EnableDraw) virtual KETRIL_FORWARD_READ(bool, PrimUsed,
-                                                                                           IPrimitive,
-                                                                                           PrimUsed) virtual KETRIL_FORWARD_WRITE(bool,
-                                                                                                                                  SetPrimUsed,
-                                                                                                                                  IPrimitive,
-                                                                                                                                  PrimUsed)
-      // An empty board leaves the host untouched. Either way the next read of `OwnerBoard` makes a new
-      // wrapper.
-      virtual void SetState_Board(TPrimitive* board);
-  virtual KETRIL_FORWARD_READ(TCoord, GetState_Calculated_ReliefConductorWidth,
-                              IPrimitive2, Calculated_ReliefConductorWidth) virtual KETRIL_FORWARD_READ(std::
-                                                                                                            int32_t,
-                                                                                                        GetState_Calculated_ReliefEntries, IPrimitive2, Calculated_ReliefEntries) virtual KETRIL_FORWARD_READ(TCoord, GetState_Calculated_ReliefAirGap, IPrimitive2, Calculated_ReliefAirGap) virtual KETRIL_FORWARD_READ(TCoord, GetState_Calculated_PasteMaskExpansion, IPrimitive2, Calculated_PasteMaskExpansion) virtual KETRIL_FORWARD_READ(TCoord,
-                                                                                                                                                                                                                                                                                                                                                                                                                                                  GetState_Calculated_SolderMaskExpansion, IPrimitive2, Calculated_SolderMaskExpansion) virtual KETRIL_FORWARD_READ(TCoord, GetState_Calculated_PowerPlaneClearance, IPrimitive2, Calculated_PowerPlaneClearance) virtual KETRIL_FORWARD_READ(TCoord,
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                              GetState_Calculated_PowerPlaneReliefExpansion,
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                              IPrimitive2,
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                              Calculated_PowerPlaneReliefExpansion) virtual bool IsSaveable(TKetrilFileFormatVersion
-                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                version)
-      const;
+  KETRIL_FORWARD_VIRTUAL(std::u16string, GetState_Identifier, IPrimitive2, Identifier)
+  KETRIL_FORWARD_VIRTUAL(std::u16string, GetState_DescriptorString, IPrimitive2, DescriptorString)
+  virtual std::u16string GetState_ShortDescriptorString() const { throw ENotImplementedException(); }
+  KETRIL_FORWARD_VIRTUAL(std::u16string, GetState_DetailString, IPrimitive2, DetailString)
+  KETRIL_FORWARD_VIRTUAL(std::u16string, GetState_Handle, IPrimitive2, Handle)
+  // The one mark of teardrop copper.
+  KETRIL_FORWARD_VIRTUAL(bool, TearDrop, IPrimitive, TearDrop)
+  KETRIL_FORWARD_VIRTUAL_WRITE(bool, SetTearDrop, IPrimitive, TearDrop)
+  KETRIL_FORWARD_VIRTUAL(bool, EnableDraw, IPrimitive, EnableDraw)
+  KETRIL_FORWARD_VIRTUAL_WRITE(bool, SetEnableDraw, IPrimitive, EnableDraw)
+  KETRIL_FORWARD_VIRTUAL(bool, PrimUsed, IPrimitive, PrimUsed)
+  KETRIL_FORWARD_VIRTUAL_WRITE(bool, SetPrimUsed, IPrimitive, PrimUsed)
+  // An empty board leaves the host untouched. Either way the next read of `OwnerBoard` makes a new wrapper.
+  virtual void SetState_Board(TPrimitive* board);
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Calculated_ReliefConductorWidth, IPrimitive2,
+                         Calculated_ReliefConductorWidth)
+  KETRIL_FORWARD_VIRTUAL(std::int32_t, GetState_Calculated_ReliefEntries, IPrimitive2,
+                         Calculated_ReliefEntries)
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Calculated_ReliefAirGap, IPrimitive2, Calculated_ReliefAirGap)
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Calculated_PasteMaskExpansion, IPrimitive2,
+                         Calculated_PasteMaskExpansion)
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Calculated_SolderMaskExpansion, IPrimitive2,
+                         Calculated_SolderMaskExpansion)
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Calculated_PowerPlaneClearance, IPrimitive2,
+                         Calculated_PowerPlaneClearance)
+  KETRIL_FORWARD_VIRTUAL(TCoord, GetState_Calculated_PowerPlaneReliefExpansion, IPrimitive2,
+                         Calculated_PowerPlaneReliefExpansion)
+  virtual bool IsSaveable(TKetrilFileFormatVersion version) const;
   virtual void HandleNeeded() { throw ENotImplementedException(); }
   // The net that decides connectivity in a new wrapper, which the caller may free; null when there is none.
   virtual TNet* GetLogicalNet() const;
@@ -217,6 +208,7 @@ class TWrapper : public Base {
   static Self* Create() { return Create(TPrimitive::NewHostObject(ObjectKindOf<Self>())); }
 
   Self* Replicate(TCopyMode) const { return Create(this->HostReplica()); }
+  std::size_t MemoryUsed() const override { return sizeof(Self); }
 };
 
 // Frees a wrapper at the end of a block.

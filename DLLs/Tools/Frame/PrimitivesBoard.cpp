@@ -1,5 +1,6 @@
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
 
+#include "DLLs/Tools/Frame/PCB_LayerFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
@@ -102,6 +103,7 @@ std::vector<TRule*>& TBoard::GetState_SortedRules(TRuleKind kind) {
   std::vector<TRule*>& sorted = FSortedRules[kind];
   sorted.clear();
   const Ref<IPCB_RuleList> rules = On(IBoard()).Read(&IPCB_Board3::GetState_RulesOfKind, kind);
+  if (!rules) return sorted;
   const std::int32_t count = On(rules).Read(&IPCB_RuleList::GetState_Count);
   sorted.reserve(static_cast<std::size_t>(std::max(count, 0)));
   for (std::int32_t i = 0; i < count; ++i) {

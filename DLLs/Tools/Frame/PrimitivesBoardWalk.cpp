@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "DLLs/Tools/Frame/PCB_LayerFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"
@@ -37,6 +38,13 @@ std::int32_t ManhattanDistance(TCoordPoint a, TCoordPoint b) {
 
 TCoordPoint ReferencePoint(const TComp* component) {
   return {component->GetState_X(), component->GetState_Y()};
+}
+
+// Reads the text from the host: `Name` would leave a wrapper in the scope for every component of every
+// search.
+bool HasDesignator(const TComp& component, const std::u16string& name) {
+  const Ref<IPCB_Text> text = On(component.IComp()).Read(&IPCB_Component2::GetState_NameText);
+  return text && Platform::EqualsIgnoringAsciiCase(On(text).Read(&IPCB_Text::GetState_Text), name);
 }
 
 }  // namespace
@@ -87,15 +95,13 @@ std::vector<TComp*> TBoard::GetSpatialSortedComponents() const {
 }
 
 TComp* TBoard::Getstate_ComponentByName(const std::u16string& name) {
-  const auto free = [](TPrimitive* primitive) { primitive->Free(); };
   TBoardIterator iterator(this);
   iterator.SetState_FilterObject({eComponentObject});
   iterator.SetState_FilterAllLayers();
   for (TPrimitive* p = iterator.First(); p; p = iterator.Next()) {
-    std::unique_ptr<TPrimitive, decltype(free)> candidate(p, free);
+    TTemporary<TPrimitive> candidate(p);
     auto* component = dynamic_cast<TComp*>(p);
-    TText* text = component ? component->Name() : nullptr;
-    if (!text || !Platform::EqualsIgnoringAsciiCase(text->Text(), name)) continue;
+    if (!component || !HasDesignator(*component, name)) continue;
     candidate.release();
     return component;
   }

@@ -1,5 +1,6 @@
 #include "DLLs/Tools/Frame/PrimitivesIterators.h"
 
+#include "DLLs/Tools/Frame/PCB_LayerFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"

@@ -21,6 +21,18 @@ TBoardRegion* TStackObject::BoardRegion() const {
   return region ? TBoardRegion::Create(region) : nullptr;
 }
 
+TLayerToBoolean& TStackObject::RemovedPads() {
+  if (!FRemovedPads) FRemovedPads = std::make_unique<TLayerToBoolean>();
+  FRemovedPads->Clear();
+  if (const auto pad = Probe<IPCB_Pad3>(FPrimitive)) {
+    // All layers have no bound; a pad can be missing only where its stack has a layer.
+    ForEachLayer(On(pad).Read(&IPCB_Pad3::StackLayerIterator, nullptr), [&](TV7_Layer layer) {
+      FRemovedPads->SetData(layer, On(pad, "RemovedPads").Read(&IPCB_Pad3::GetState_IsPadRemoved, layer));
+    });
+  }
+  return *FRemovedPads;
+}
+
 bool TStackObject::IsHoleStraddling(TV7_Layer layer) const {
   if (const auto pad = Probe<IPCB_Pad3>(FPrimitive))
     return On(pad).Read(&IPCB_Pad3::GetState_IsHoleStraddling, layer);

@@ -41,18 +41,18 @@ class TStackObject : public TWrapper<TStackObject, TPrimitive> {
 
   // The part of the board on which the object stands, new at each read; null where the host gives none.
   TBoardRegion* BoardRegion() const;
-  // Of a pad, whether its copper was taken away on each layer; of anything else, empty. Made anew at each
-  // read, in a map that this object owns.
+  // Of a pad, whether its copper was taken away, for each layer of its stack; of anything else, empty. Filled
+  // anew at each read, in a map that this object owns.
   TLayerToBoolean& RemovedPads();
   bool IsHoleStraddling(TV7_Layer layer) const;
   void SetIsHoleStraddling(TV7_Layer layer, bool value);
 
   // These raise ENotImplementedException.
-  bool PadConnectedOnLayer(TV7_Layer layer) const;
-  TV7_Layer TopLayer() const;
-  TV7_Layer BottomLayer() const;
-  TV7_Layer TopSignalLayer() const;
-  TV7_Layer BottomSignalLayer() const;
+  bool PadConnectedOnLayer(TV7_Layer) const { throw ENotImplementedException(); }
+  TV7_Layer TopLayer() const { throw ENotImplementedException(); }
+  TV7_Layer BottomLayer() const { throw ENotImplementedException(); }
+  TV7_Layer TopSignalLayer() const { throw ENotImplementedException(); }
+  TV7_Layer BottomSignalLayer() const { throw ENotImplementedException(); }
 
  private:
   std::unique_ptr<TLayerToBoolean> FRemovedPads;
@@ -136,8 +136,8 @@ class TVia : public TWrapper<TVia, TStackObject> {
   KETRIL_FORWARD_LAYER(TCoord, SizeOnLayer, IVia, SizeOnLayer)
   KETRIL_FORWARD_LAYER(TCoord, StackSize, IVia, SizeOnLayer)
 
-  bool IntersectLayer(TV7_Layer layer) const;        // does the via span the layer
-  bool IntersectLayer(IPCB_LayerSet* layers) const;  // raises ENotImplementedException
+  bool IntersectLayer(TV7_Layer layer) const;  // does the via span the layer
+  bool IntersectLayer(const Ref<IPCB_LayerSet>&) const { throw ENotImplementedException(); }
   KETRIL_FORWARD_READ(bool, IsHoleSizeValid, IVia, IsHoleSizeValid)
   Ref<IPCB_LayerIterator> StackLayerIterator(TPrimitive* board) const override;
   void RemoveUnusedPads(bool preserve_start_end) override;
@@ -145,3 +145,5 @@ class TVia : public TWrapper<TVia, TStackObject> {
 };
 
 }  // namespace Ketril::Tools
+
+#undef KETRIL_FORWARD_CALCULATED

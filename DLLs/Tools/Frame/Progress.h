@@ -5,7 +5,6 @@
 #include <exception>
 #include <string>
 
-#include "DLLs/Tools/Frame/HostLink.h"
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
 
 namespace Ketril::Tools {
@@ -16,26 +15,13 @@ namespace Ketril::Tools {
 class TProgress {
  public:
   // `caption` says what to press: the user can cancel.
-  explicit TProgress(TBoard* board, const std::u16string& caption)
-      : progress_(On(board->IBoard()).Read(&IPCB_Board::GetState_Progress)) {
-    if (progress_) On(progress_).Call(&IPCB_Progress::Start, caption, true);
-  }
+  TProgress(TBoard* board, const std::u16string& caption);
+  ~TProgress() noexcept(false);
   TProgress(const TProgress&) = delete;
   TProgress& operator=(const TProgress&) = delete;
-  ~TProgress() noexcept(false) {
-    if (!progress_) return;
-    const Status status = progress_->End();
-    if (Failed(status) && std::uncaught_exceptions() == exceptions_)
-      RaiseHostError(status, std::source_location::current());
-  }
 
-  // How many steps the run has, where that is known.
-  void SetMaximum(std::int32_t maximum) {
-    if (progress_) On(progress_).Call(&IPCB_Progress::SetMaximum, maximum);
-  }
-  void Step() {
-    if (progress_) On(progress_).Call(&IPCB_Progress::Step);
-  }
+  void SetMaximum(std::int32_t maximum);  // how many steps the run has, where that is known
+  void Step();
 
  private:
   Ref<IPCB_Progress> progress_;

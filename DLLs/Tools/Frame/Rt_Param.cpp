@@ -1,7 +1,5 @@
 #include "DLLs/Tools/Frame/Rt_Param.h"
 
-#include <algorithm>
-
 namespace Ketril::Tools::Rt_Param {
 namespace {
 
@@ -12,21 +10,15 @@ auto FirstOf(List& parameters, std::u16string_view name) {
   });
 }
 
-template <class Number>
-bool Read(const std::u16string* text, Number& value) {
-  return text && ReadNumber(*text, value);
-}
+}  // namespace
 
-bool Read(const std::u16string* text, bool& value) {
-  if (!text) return false;
-  const std::u16string_view word = Platform::Trim(*text);
-  const bool yes = Platform::EqualsIgnoringAsciiCase(word, u"True");
-  if (!yes && !word.empty() && !Platform::EqualsIgnoringAsciiCase(word, u"False")) return false;
+bool ReadBoolean(std::u16string_view text, bool& value) {
+  text = Platform::Trim(text);
+  const bool yes = Platform::EqualsIgnoringAsciiCase(text, u"True");
+  if (!yes && !text.empty() && !Platform::EqualsIgnoringAsciiCase(text, u"False")) return false;
   value = yes;
   return true;
 }
-
-}  // namespace
 
 void TParameterList::SetState(std::u16string_view text, bool replace) {
   ForEachPair(text, [&](std::u16string_view name, std::u16string_view value, bool) {
@@ -79,66 +71,6 @@ bool TParameterList::GetState_ParameterAsPChar(std::u16string_view name, const c
   const std::u16string* const text = Find(name);
   if (text) value = text->c_str();
   return text;
-}
-
-bool TParameterList::GetState_ParameterAsWord(std::u16string_view name, std::uint16_t& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsInteger(std::u16string_view name, std::int32_t& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsInt64(std::u16string_view name, std::int64_t& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsSmallInt(std::u16string_view name, std::int16_t& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsLongInt(std::u16string_view name, std::int32_t& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsReal(std::u16string_view name, double& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsDouble(std::u16string_view name, double& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsBoolean(std::u16string_view name, bool& value) const {
-  return Read(Find(name), value);
-}
-
-bool TParameterList::GetState_ParameterAsWordBool(std::u16string_view name, bool& value) const {
-  return Read(Find(name), value);
-}
-
-void TParameterList::SetState_AddParameterAsString(std::u16string_view name, std::u16string_view value) {
-  AddParameter(name, value, false);
-}
-
-void TParameterList::SetState_AddParameterAsInteger(std::u16string_view name, std::int32_t value) {
-  AddParameter(name, Int64ToText(value), false);
-}
-
-void TParameterList::SetState_AddParameterAsInt64(std::u16string_view name, std::int64_t value) {
-  AddParameter(name, Int64ToText(value), false);
-}
-
-void TParameterList::SetState_AddParameterAsDouble(std::u16string_view name, double value) {
-  AddParameter(name, DoubleToText(value), false);
-}
-
-void TParameterList::SetState_AddParameterAsBoolean(std::u16string_view name, bool value) {
-  AddParameter(name, value ? u"True" : u"False", false);
-}
-
-void TParameterList::SetState_AddOrReplaceParameter(std::u16string_view name, std::u16string_view value) {
-  AddParameter(name, value, true);
 }
 
 }  // namespace Ketril::Tools::Rt_Param

@@ -1,6 +1,7 @@
 // Parameter text taken apart into a list, with typed reads and writes.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -23,6 +24,10 @@ void ForEachPair(std::u16string_view text, Pair&& pair) {
   }
 }
 
+// "True" and "False" in any case, with blanks at the ends; a text of blanks is false. Gives whether `text`
+// was one of these; if not, it leaves `value` alone.
+bool ReadBoolean(std::u16string_view text, bool& value);
+
 // Pairs in order. Names compare without regard to case, for the ASCII letters, and keep the case they came
 // in. A name may be there several times: the first counts. A search walks the list.
 class TParameterList {
@@ -40,28 +45,50 @@ class TParameterList {
   std::u16string GetState_ToString() const;
 
   // Typed reads. The name is trimmed. A missing name and a value that does not convert give false and leave
-  // `value` alone. Numbers are read as by ReadNumber; a Boolean is "True" or "False" in any case, and a value
-  // of blanks is false.
+  // `value` alone. Numbers are read as by ReadNumber, Booleans as by ReadBoolean.
   bool GetState_ParameterAsString(std::u16string_view name, std::u16string& value) const;
   // The text belongs to the list and holds until the list changes.
   bool GetState_ParameterAsPChar(std::u16string_view name, const char16_t*& value) const;
-  bool GetState_ParameterAsWord(std::u16string_view name, std::uint16_t& value) const;
-  bool GetState_ParameterAsInteger(std::u16string_view name, std::int32_t& value) const;
-  bool GetState_ParameterAsInt64(std::u16string_view name, std::int64_t& value) const;
-  bool GetState_ParameterAsSmallInt(std::u16string_view name, std::int16_t& value) const;
-  bool GetState_ParameterAsLongInt(std::u16string_view name, std::int32_t& value) const;
-  bool GetState_ParameterAsReal(std::u16string_view name, double& value) const;
-  bool GetState_ParameterAsDouble(std::u16string_view name, double& value) const;
-  bool GetState_ParameterAsBoolean(std::u16string_view name, bool& value) const;
-  bool GetState_ParameterAsWordBool(std::u16string_view name, bool& value) const;
+  bool GetState_ParameterAsWord(std::u16string_view name, std::uint16_t& value) const {
+    return Read(name, value);
+  }
+  bool GetState_ParameterAsInteger(std::u16string_view name, std::int32_t& value) const {
+    return Read(name, value);
+  }
+  bool GetState_ParameterAsInt64(std::u16string_view name, std::int64_t& value) const {
+    return Read(name, value);
+  }
+  bool GetState_ParameterAsSmallInt(std::u16string_view name, std::int16_t& value) const {
+    return Read(name, value);
+  }
+  bool GetState_ParameterAsLongInt(std::u16string_view name, std::int32_t& value) const {
+    return Read(name, value);
+  }
+  bool GetState_ParameterAsReal(std::u16string_view name, double& value) const { return Read(name, value); }
+  bool GetState_ParameterAsDouble(std::u16string_view name, double& value) const { return Read(name, value); }
+  bool GetState_ParameterAsBoolean(std::u16string_view name, bool& value) const { return Read(name, value); }
+  bool GetState_ParameterAsWordBool(std::u16string_view name, bool& value) const { return Read(name, value); }
 
-  // Typed writes append a pair, whether or not the name is there; the last one replaces the first of the name.
-  void SetState_AddParameterAsString(std::u16string_view name, std::u16string_view value);
-  void SetState_AddParameterAsInteger(std::u16string_view name, std::int32_t value);
-  void SetState_AddParameterAsInt64(std::u16string_view name, std::int64_t value);
-  void SetState_AddParameterAsDouble(std::u16string_view name, double value);
-  void SetState_AddParameterAsBoolean(std::u16string_view name, bool value);
-  void SetState_AddOrReplaceParameter(std::u16string_view name, std::u16string_view value);
+  // Typed writes append a pair, whether or not the name is there; the last one replaces the first of the
+  // name.
+  void SetState_AddParameterAsString(std::u16string_view name, std::u16string_view value) {
+    AddParameter(name, value, false);
+  }
+  void SetState_AddParameterAsInteger(std::u16string_view name, std::int32_t value) {
+    AddParameter(name, Int64ToText(value), false);
+  }
+  void SetState_AddParameterAsInt64(std::u16string_view name, std::int64_t value) {
+    AddParameter(name, Int64ToText(value), false);
+  }
+  void SetState_AddParameterAsDouble(std::u16string_view name, double value) {
+    AddParameter(name, DoubleToText(value), false);
+  }
+  void SetState_AddParameterAsBoolean(std::u16string_view name, bool value) {
+    AddParameter(name, value ? u"True" : u"False", false);
+  }
+  void SetState_AddOrReplaceParameter(std::u16string_view name, std::u16string_view value) {
+    AddParameter(name, value, true);
+  }
 
  private:
   struct TParameter {
@@ -71,6 +98,16 @@ class TParameterList {
 
   // The value of the first pair of the trimmed name; null when there is none.
   const std::u16string* Find(std::u16string_view name) const;
+
+  template <class T>
+  bool Read(std::u16string_view name, T& value) const {
+    const std::u16string* const text = Find(name);
+    if constexpr (std::same_as<T, bool>) {
+      return text && ReadBoolean(*text, value);
+    } else {
+      return text && ReadNumber(*text, value);
+    }
+  }
 
   std::vector<TParameter> parameters_;
 };

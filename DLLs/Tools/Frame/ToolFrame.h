@@ -10,6 +10,7 @@
 
 #include <concepts>
 #include <tuple>
+#include <type_traits>
 
 #include "DLLs/Tools/Frame/ObjectScope.h"
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
@@ -48,8 +49,9 @@ I* Pass(const Ref<I>& held) {
 // Runs one tool in the frame and gives its result. The tool gets the board's wrapper, which belongs to the
 // scope, then the arguments; without `NothingWithoutBoard` an empty board is wrapped like any other, and the
 // first use of the wrapper raises.
-template <TFrame frame, class Result, class... Parameters, class... Arguments>
-Result RunTool(Result (*tool)(TBoard*, Parameters...), IPCB_Board* board, const Arguments&... arguments) {
+template <TFrame frame, class Tool, class... Arguments>
+auto RunTool(Tool&& tool, IPCB_Board* board, const Arguments&... arguments) {
+  using Result = std::invoke_result_t<Tool, TBoard*, decltype(Detail::Pass(Detail::Hold(arguments)))...>;
   if (frame.NothingWithoutBoard && !board) return Result();
   const Ref<IPCB_Board> held_board(board);
   const std::tuple held(Detail::Hold(arguments)...);

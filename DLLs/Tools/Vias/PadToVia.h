@@ -21,10 +21,11 @@ void ReplaceViaByPad(TPrimitive* V);
 // The diameter of a via that covers the pad on the layer; 0 on a layer that carries no signals.
 TCoord PadStackSizeForVia(const TPad* P, TV7_Layer L);
 
-// The diameter of a round that covers a shape with sides `x` and `y`: for an octagon with its corners cut to
-// the middle of the smaller side's circle. In units, rounded to nearest with ties to even; the largest
-// coordinate where there is none so large. 0 for a side that is not above 0, and for any other shape than
-// round, rectangle, octagon and rounded rectangle.
+// The diameter of a round that covers a shape with sides `x` and `y`, in units: the larger side of a round
+// shape, the diagonal of a rectangle, rounded corners or not; of an octagon the diagonal less what it loses
+// with the corners, measured on a regular octagon as wide as the smaller side. Rounded to nearest, ties to
+// even; the largest coordinate where that is not enough. 0 for a side that is not above 0 and for any other
+// shape.
 TCoord CoveringDiameter(TShape shape, TCoord x, TCoord y);
 
 }  // namespace Ketril::Tools

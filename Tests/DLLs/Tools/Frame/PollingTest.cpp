@@ -71,24 +71,87 @@ TEST_F(Polling, TakesDropsDeliversAndAsks) {
     bool aborted_after;
     int left, beeps;
   } rows[] = {
-      {"keys are dropped", false, {{WM_KEYDOWN, 'A'}, {WM_SYSKEYDOWN, 'B'}}, TDialogAnswer::No, false,
-       {}, 0, false, 0, 0},
-      {"all else is delivered, also a key's release", false,
-       {{kPaint, 1}, {WM_KEYUP, kEsc}, {kPaint, 2}}, TDialogAnswer::No, false, {1, kEsc, 2}, 0, false, 0, 0},
-      {"No: the key reaches its window, and the poll goes on", false,
-       {{kPaint, 1}, {WM_KEYDOWN, kEsc}, {kPaint, 2}}, TDialogAnswer::No, false, {1, kEsc, 2}, 1, false, 0, 0},
-      {"no answer is a No", false, {{WM_KEYDOWN, kEsc}}, TDialogAnswer::Cancelled, false,
-       {kEsc}, 1, false, 0, 0},
-      {"Yes: not asked again, nothing more is touched", false,
-       {{WM_SYSKEYDOWN, kEsc}, {WM_KEYDOWN, kEsc}, {kPaint, 1}}, TDialogAnswer::Yes, false, {}, 1, true, 2, 0},
-      {"aborted before: nothing is touched", false, {{WM_KEYDOWN, kEsc}, {kPaint, 1}}, TDialogAnswer::Yes,
-       true, {}, 0, true, 2, 0},
-      {"narrow: plain keys first, each delivered with a beep, the rest stays", true,
-       {{kPaint, 1}, {WM_SYSKEYDOWN, 'A'}, {WM_KEYDOWN, 'B'}}, TDialogAnswer::No, false,
-       {'B', 'A'}, 0, false, 1, 2},
+      {"keys are dropped",
+       false,
+       {{WM_KEYDOWN, 'A'}, {WM_SYSKEYDOWN, 'B'}},
+       TDialogAnswer::No,
+       false,
+       {},
+       0,
+       false,
+       0,
+       0},
+      {"all else is delivered, also a key's release",
+       false,
+       {{kPaint, 1}, {WM_KEYUP, kEsc}, {kPaint, 2}},
+       TDialogAnswer::No,
+       false,
+       {1, kEsc, 2},
+       0,
+       false,
+       0,
+       0},
+      {"No: the key reaches its window, and the poll goes on",
+       false,
+       {{kPaint, 1}, {WM_KEYDOWN, kEsc}, {kPaint, 2}},
+       TDialogAnswer::No,
+       false,
+       {1, kEsc, 2},
+       1,
+       false,
+       0,
+       0},
+      {"no answer is a No",
+       false,
+       {{WM_KEYDOWN, kEsc}},
+       TDialogAnswer::Cancelled,
+       false,
+       {kEsc},
+       1,
+       false,
+       0,
+       0},
+      {"Yes: not asked again, nothing more is touched",
+       false,
+       {{WM_SYSKEYDOWN, kEsc}, {WM_KEYDOWN, kEsc}, {kPaint, 1}},
+       TDialogAnswer::Yes,
+       false,
+       {},
+       1,
+       true,
+       2,
+       0},
+      {"aborted before: nothing is touched",
+       false,
+       {{WM_KEYDOWN, kEsc}, {kPaint, 1}},
+       TDialogAnswer::Yes,
+       true,
+       {},
+       0,
+       true,
+       2,
+       0},
+      {"narrow: plain keys first, each delivered with a beep, the rest stays",
+       true,
+       {{kPaint, 1}, {WM_SYSKEYDOWN, 'A'}, {WM_KEYDOWN, 'B'}},
+       TDialogAnswer::No,
+       false,
+       {'B', 'A'},
+       0,
+       false,
+       1,
+       2},
       {"narrow: No", true, {{WM_KEYDOWN, kEsc}}, TDialogAnswer::No, false, {}, 1, false, 0, 0},
-      {"narrow: Yes", true, {{WM_KEYDOWN, kEsc}, {WM_KEYDOWN, 'A'}}, TDialogAnswer::Yes, false,
-       {}, 1, true, 1, 0},
+      {"narrow: Yes",
+       true,
+       {{WM_KEYDOWN, kEsc}, {WM_KEYDOWN, 'A'}},
+       TDialogAnswer::Yes,
+       false,
+       {},
+       1,
+       true,
+       1,
+       0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -111,25 +174,23 @@ TEST_F(Polling, TakesDropsDeliversAndAsks) {
   }
 }
 
-TEST_F(Polling, AnExportCalledFromADeliveredMessageSharesTheScope) {
-  static TPrimitive* nested_board = nullptr;
-  const auto nested_tool = +[](TBoard* board) {
-    nested_board = board;
-    EXPECT_EQ(ObjectScopeDepth, 2);
+TEST_F(Polling, AnExportCalledFromADeliveredMessageSharesTheScopeAndMayAbort) {
+  std::vector<TPrimitive*> nested_boards;
+  const auto nested_tool = [&](TBoard* board) {
+    nested_boards.push_back(board);
+    ToolAborted = true;
   };
   const std::uintptr_t window =
       CreateWindow([&](const TMessage&) { RunTool<kStandard>(nested_tool, nullptr); });
-  static std::uintptr_t* target = nullptr;
-  std::uintptr_t window_copy = window;
-  target = &window_copy;
-  RunTool<kStandard>(
-      +[](TBoard* board) {
-        PostMessage({.Window = *target, .Kind = kPaint});
-        bool aborted = false;
-        CheckAbort(aborted);
-        EXPECT_EQ(*PrimitiveRegistry, (std::vector<TPrimitive*>{board, nested_board}));
-      },
-      nullptr);
+  const auto tool = [&](TBoard* board) {
+    PostMessage({.Window = window, .Kind = kPaint});
+    PostMessage({.Window = window, .Kind = kPaint});
+    EXPECT_FALSE(CheckAbort(ToolAborted));
+    EXPECT_EQ(ObjectScopeDepth, 1);
+    EXPECT_EQ(*PrimitiveRegistry, (std::vector<TPrimitive*>{board, nested_boards.at(0)}));
+  };
+  RunTool<kStandard>(tool, nullptr);
+  EXPECT_EQ(Left(), 1);
   EXPECT_EQ(ObjectScopeDepth, 0);
   DestroyWindow(window);
 }

@@ -1,0 +1,100 @@
+#include "Editor/Client/Client.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+#include "Editor/HostCall.h"
+#include "Platform/Modules.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Editor {
+
+namespace {
+
+class DialogService final : public HostObject<IDialogService> {
+ public:
+  explicit DialogService(ConfirmProvider confirm) : confirm_(std::move(confirm)) {}
+  Status ConfirmYesNo(const std::u16string& text, bool& yes) noexcept override {
+    return HostCall("IDialogService.ConfirmYesNo", [&] { yes = confirm_(text).value_or(false); });
+  }
+
+ private:
+  const ConfirmProvider confirm_;
+};
+
+Client* installed_client = nullptr;
+
+IClient* GetInstalledClient() {
+  return installed_client;
+}
+
+void Install(Client* client) {
+  installed_client = client;
+  const ClientAPI_GetClient entry = client ? &GetInstalledClient : nullptr;
+  Platform::RegisterModuleEntry(kModule_Ketril, kEntry_GetClient, reinterpret_cast<void*>(entry));
+}
+
+}  // namespace
+
+Client::Client(ClientSetup setup)
+    : setup_(std::move(setup)),
+      options_(setup_.options_folder.empty() ? OptionsStore()
+                                             : OptionsStore(setup_.options_folder / "KETRIL.INI")),
+      server_(MakeHost<PcbServer>()) {
+  if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm);
+}
+
+Status Client::GetServerByName(const std::u16string& name, Ref<IInterface>& server) noexcept {
+  return HostCall("IClient.GetServerByName", [&] { server = name == u"PCB" ? server_.Get() : nullptr; });
+}
+
+Status Client::GetState_DialogService(Ref<IDialogService>& value) noexcept {
+  return HostCall("IClient.GetState_DialogService", [&] { value = dialogs_; });
+}
+
+Status Client::GetState_InTestMode(bool& value) noexcept {
+  return HostCall("IClient.GetState_InTestMode", [&] { value = setup_.test_mode; });
+}
+
+Status Client::WriteLog(const std::u16string& line) noexcept {
+  return HostCall("IClient.WriteLog", [&] {
+    if (setup_.log) {
+      setup_.log(line);
+    } else {
+      std::fprintf(stderr, "%s\n", Platform::ToUtf8(line).c_str());
+    }
+  });
+}
+
+Status Client::ReadOption(const std::u16string& section, const std::u16string& name, std::u16string& value,
+                          bool& found) noexcept {
+  return HostCall("IClient.ReadOption", [&] {
+    const std::optional<std::u16string> stored = options_.Read(section, name);
+    found = stored.has_value();
+    if (found) value = *stored;
+  });
+}
+
+Status Client::WriteOption(const std::u16string& section, const std::u16string& name,
+                           const std::u16string& value) noexcept {
+  return HostCall("IClient.WriteOption", [&] {
+    try {
+      options_.Write(section, name, value);
+      return Status::Ok;
+    } catch (const std::invalid_argument&) {
+      return Status::InvalidArgument;
+    }
+  });
+}
+
+ClientInstallation::ClientInstallation(Ref<Client> client)
+    : client_(std::move(client)), previous_(std::exchange(installed_client, nullptr)) {
+  Install(client_.Get());
+}
+
+ClientInstallation::~ClientInstallation() {
+  Install(previous_);
+}
+
+}  // namespace Ketril::Editor

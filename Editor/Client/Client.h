@@ -1,0 +1,61 @@
+// The editor's client, through which the tools find everything that is not on a board.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Editor/Client/OptionsStore.h"
+#include "Editor/Client/PcbServer.h"
+
+namespace Ketril::Editor {
+
+// Answers a Yes/No question; empty when nobody answered, which the tools take for a No.
+using ConfirmProvider = std::function<std::optional<bool>(const std::u16string& text)>;
+
+// What the embedder of the editor decides.
+struct ClientSetup {
+  std::filesystem::path options_folder;                 // of KETRIL.INI; empty: options live in memory only
+  ConfirmProvider confirm;                              // null: the client has no dialog service
+  std::function<void(const std::u16string& line)> log;  // null: lines go to standard error
+  bool test_mode = false;
+};
+
+class Client final : public HostObject<IClient> {
+ public:
+  // Raises std::filesystem::filesystem_error when the options are there and cannot be read.
+  explicit Client(ClientSetup setup);
+
+  // The server "PCB" is the only one.
+  Status GetServerByName(const std::u16string& name, Ref<IInterface>& server) noexcept override;
+  Status GetState_DialogService(Ref<IDialogService>& value) noexcept override;
+  Status GetState_InTestMode(bool& value) noexcept override;
+  Status WriteLog(const std::u16string& line) noexcept override;
+  Status ReadOption(const std::u16string& section, const std::u16string& name, std::u16string& value,
+                    bool& found) noexcept override;
+  Status WriteOption(const std::u16string& section, const std::u16string& name,
+                     const std::u16string& value) noexcept override;
+
+ private:
+  const ClientSetup setup_;
+  OptionsStore options_;
+  const Ref<PcbServer> server_;
+  Ref<IDialogService> dialogs_;
+};
+
+// Makes a client known to the tools while it lives: what they ask the module "Ketril.dll" for is answered by
+// the client of the latest installation. Installations end in the reverse order of their begin.
+class ClientInstallation {
+ public:
+  explicit ClientInstallation(Ref<Client> client);
+  ~ClientInstallation();
+  ClientInstallation(const ClientInstallation&) = delete;
+  ClientInstallation& operator=(const ClientInstallation&) = delete;
+
+ private:
+  const Ref<Client> client_;
+  Client* const previous_;
+};
+
+}  // namespace Ketril::Editor

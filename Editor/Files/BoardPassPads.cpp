@@ -1,0 +1,406 @@
+// Pads.
+#include <algorithm>
+
+#include "Editor/Files/BoardComposer.h"
+#include "Editor/Files/BoardPass.h"
+
+namespace Ketril::Editor {
+
+using namespace Literals;
+
+namespace {
+
+struct ShapeName {
+  std::string_view name;
+  TShape shape;
+};
+constexpr ShapeName kShapes[] = {{"circle", eRounded},
+                                 {"oval", eRounded},
+                                 {"rect", eRectangular},
+                                 {"trapezoid", eRectangular},
+                                 {"roundrect", eRoundedRectangular},
+                                 {"chamfered_rect", eRoundedRectangular}};
+constexpr const char* kCorners[] = {"top_left", "top_right", "bottom_left", "bottom_right"};
+
+TShape ShapeNamed(std::string_view name) {
+  const auto found = std::ranges::find(kShapes, name, &ShapeName::name);
+  return found == std::end(kShapes) ? eRounded : found->shape;
+}
+
+}  // namespace
+
+// `(pad "1" smd roundrect (at ...) ...)`
+void BoardPass::PadFields(Pad& pad) {
+  PadWords words;
+  Worded(in_.Word("the pad's name"), pad.data.name);
+  words.type = in_.Word("the pad's type");
+  words.copper.shape = in_.Word("the pad's shape");
+  level_.lock_at = words.copper.shape.end;
+  if (!edits_) {
+    pad.data.mask = mask_;
+    pad.data.clearance = clearance_;
+  }
+  EachOnce([&](const Item& item, std::uint64_t key) {
+    if (!PadWord(item, key, pad, words) && !CopperWord(item, key, pad.data.stack.front(), words.copper)) {
+      Common(item, key, pad);
+    }
+  });
+  Require("at"_word, "at");
+  Require("size"_word, "size");
+  EndCopper(pad.data.stack.front(), words.copper);
+  EndPad(pad, words);
+}
+
+bool BoardPass::PadWord(const Item& item, std::uint64_t key, Pad& pad, PadWords& words) {
+  switch (key) {
+    case "at"_word:
+      PlaceAndAngle(pad.data.center, pad.data.rotation);
+      return true;
+    case "drill"_word:
+      PadDrill(item, pad, words);
+      return true;
+    case "layers"_word:
+      PadLayers(item, pad);
+      return true;
+    case "padstack"_word:
+      PadStack(item, pad);
+      return true;
+    case "remove_unused_layers"_word:
+    case "remove_unused_layer"_word:
+      Flag(item, pad.data.remove_unused);
+      return true;
+    case "keep_end_layers"_word:
+      Flag(item, pad.data.keep_end_layers);
+      return true;
+    case "solder_mask_margin"_word:
+      Margin(item, pad.data.mask.solder, pad.data.mask.solder_mode);
+      return true;
+    case "solder_paste_margin"_word:
+      Margin(item, pad.data.mask.paste, pad.data.mask.paste_mode);
+      return true;
+    case "solder_paste_margin_ratio"_word:
+    case "solder_paste_ratio"_word:
+      Number(pad.data.paste_ratio);
+      return true;
+    case "clearance"_word:
+      Length(pad.data.clearance);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void BoardPass::Margin(const Item& item, TCoord& margin, TMaskExpansionMode& mode) {
+  if (!edits_) mode = eMaskExpansion_Manual;
+  if (mode == eMaskExpansion_FromRule) {
+    DropItem(item);
+  } else {
+    Length(margin);
+  }
+}
+
+bool BoardPass::CopperWord(const Item& item, std::uint64_t key, PadLayer& copper, CopperWords& words) {
+  switch (key) {
+    case "shape"_word:
+      words.shape = in_.Word("a shape");
+      return true;
+    case "size"_word:
+      words.x_size = TakeMeasure();
+      words.y_size = TakeMeasure();
+      return true;
+    case "rect_delta"_word:
+      words.x_delta = TakeMeasure();
+      words.y_delta = TakeMeasure();
+      return true;
+    case "offset"_word:
+      Offset(copper.offset);
+      return true;
+    case "roundrect_rratio"_word:
+      Number(copper.corner_ratio);
+      return true;
+    case "chamfer_ratio"_word:
+      Number(copper.chamfer_ratio);
+      return true;
+    case "chamfer"_word:
+      Chamfers(item, copper);
+      return true;
+    case "options"_word: {
+      const Enter level(*this);
+      EachOnce([&](const Item&, std::uint64_t option) {
+        if (option == "anchor"_word) words.anchor = in_.Word("a shape");
+      });
+      return true;
+    }
+    case "primitives"_word:
+      Primitives(item, copper);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void BoardPass::EndCopper(PadLayer& copper, const CopperWords& words) {
+  const bool is_custom = words.shape.text == "custom";
+  const bool is_circle = words.shape.text == "circle";
+  const bool is_trapezoid = words.shape.text == "trapezoid";
+  const TShape shape = ShapeNamed(is_custom ? words.anchor.text : words.shape.text);
+  const TCoord y_size = is_circle ? words.x_size.value : words.y_size.value;  // a circle's y does not count
+  if (!edits_) {
+    copper.shape = shape;
+    copper.x_size = words.x_size.value;
+    copper.y_size = y_size;
+    // The file's x makes the left side the longer one.
+    if (is_trapezoid) copper.trapezoid = {-words.x_delta.value, words.y_delta.value};
+    return;
+  }
+  PutMeasure(words.x_size, copper.x_size);
+  if (copper.y_size != y_size) PutMeasure(words.y_size, copper.y_size);
+  if (is_trapezoid && words.x_delta.IsThere()) {
+    PutMeasure(words.x_delta, -copper.trapezoid.x);
+    PutMeasure(words.y_delta, copper.trapezoid.y);
+  }
+  if (copper.shape != shape && is_custom) {
+    if (!words.anchor.text.empty()) Put(words.anchor, copper.shape == eRectangular ? "rect" : "circle");
+  } else if (copper.shape != shape || (is_circle && copper.x_size != copper.y_size)) {
+    Put(words.shape, BoardComposer::PadShape(*words_, copper));
+    if (!Seen("roundrect_rratio"_word) && !Seen("chamfer"_word)) {
+      for (const std::string& list : BoardComposer::PadCorners(*words_, copper)) InsertList(list);
+    }
+  }
+}
+
+void BoardPass::Chamfers(const Item& item, PadLayer& copper) {
+  std::uint8_t corners = 0;
+  while (in_.HasWord()) {
+    const std::string_view word = in_.Word("a corner").text;
+    for (int i = 0; i < 4; ++i) {
+      if (word == kCorners[i]) corners = static_cast<std::uint8_t>(corners | 1u << i);
+    }
+  }
+  if (!edits_) {
+    copper.chamfer_corners = corners;
+  } else if (corners != copper.chamfer_corners) {
+    in_.Leave(in_.Depth() - 1);
+    edits_->Replace(item.begin, in_.Position(), BoardComposer::PadChamfer(copper));
+  }
+}
+
+// `(drill 0.8)`, `(drill oval 0.6 1.2 (offset 0.1 0))`
+void BoardPass::PadDrill(const Item& item, Pad& pad, PadWords& words) {
+  const Enter level(*this);
+  bool is_oval = false;
+  std::vector<Measure> sizes;
+  std::uint32_t begin = item.word.end, end = item.word.end;
+  Each([&](const Item& part, std::uint64_t key) {
+    if (part.is_list) {
+      if (key == "offset"_word && IsFirst(key)) Offset(pad.data.stack.front().offset);
+      return;
+    }
+    if (begin == end) begin = part.begin;
+    end = part.word.end;
+    if (part.word.text == "oval") {
+      is_oval = true;
+    } else if (sizes.size() < 2) {
+      sizes.push_back({ToUnits(TakeNanometres(part.word)), part.word});
+    }
+  });
+  const TCoord x = sizes.empty() ? 0 : sizes.front().value, y = sizes.empty() ? 0 : sizes.back().value;
+  PadData read;
+  read.hole = is_oval ? std::min(x, y) : x;
+  if (is_oval) {
+    read.hole_type = eSlotHole;
+    read.hole_width = std::max(x, y);
+    read.hole_rotation = y > x ? 90 : 0;
+  }
+  words.hole = read.hole;
+  if (!edits_) {
+    pad.data.hole = read.hole;
+    pad.data.hole_type = read.hole_type;
+    pad.data.hole_width = read.hole_width;
+    pad.data.hole_rotation = read.hole_rotation;
+  } else if (BoardComposer::PadHole(pad.data) != BoardComposer::PadHole(read)) {
+    edits_->Replace(begin, end, (begin == end ? " " : "") + BoardComposer::PadHole(pad.data));
+  }
+}
+
+void BoardPass::PadLayers(const Item& item, Pad& pad) {
+  std::vector<TV7_Layer> list;
+  while (in_.HasWord()) layers_.Expand(in_.Word("a layer").text, list);
+  const std::vector<TV7_Layer>& copper = layers_.Copper();
+  const auto first = std::ranges::find_if(list, IsSignalLayer);
+  TV7_Layer layer = list.empty() ? TV7_Layer(eV6_NoLayer) : list.front();
+  if (first != list.end()) {
+    layer = std::any_of(first + 1, list.end(), IsSignalLayer) ? TV7_Layer(eV6_MultiLayer) : *first;
+  }
+  std::vector<TV7_Layer> implied = BoardComposer::ImpliedPadLayers(layer, copper);
+  if (std::ranges::is_permutation(list, implied)) list.clear();
+  if (!edits_) {
+    pad.state.layer = layer;
+    pad.data.layers = std::move(list);
+  } else if (pad.state.layer != layer || pad.data.layers != list) {
+    in_.Leave(in_.Depth() - 1);
+    edits_->Replace(item.begin, in_.Position(), BoardComposer::PadLayers(*words_, pad));
+  }
+}
+
+void BoardPass::PadStack(const Item& item, Pad& pad) {
+  std::vector<PadLayer> others;
+  TPadMode mode = ePadMode_LocalStack;
+  {
+    TextEdits* const edits = std::exchange(edits_, nullptr);  // it is read to be compared as a whole
+    const Enter level(*this);
+    Each([&](const Item&, std::uint64_t key) {
+      if (key == "mode"_word) mode = TakeStackMode();
+      if (key == "layer"_word) PadStackLayer(others);
+    });
+    edits_ = edits;
+  }
+  if (!edits_) {
+    pad.data.mode = mode;
+    pad.data.stack.insert(pad.data.stack.end(), others.begin(), others.end());
+  } else if (pad.data.mode == ePadMode_Simple) {
+    edits_->Drop(item.begin, in_.Position());
+  } else if (pad.data.mode != mode ||
+             !std::equal(pad.data.stack.begin() + 1, pad.data.stack.end(), others.begin(), others.end())) {
+    edits_->Replace(item.begin, in_.Position(), BoardComposer::PadStack(*words_, pad));
+  }
+}
+
+void BoardPass::PadStackLayer(std::vector<PadLayer>& stack) {
+  const std::vector<TV7_Layer> layers = TakeStackLayers();
+  const Enter level(*this);
+  PadLayer copper;
+  CopperWords words;
+  EachOnce([&](const Item& item, std::uint64_t key) { CopperWord(item, key, copper, words); });
+  EndCopper(copper, words);
+  for (const TV7_Layer layer : layers) {
+    copper.layer = layer;
+    stack.push_back(copper);
+  }
+}
+
+// The parts of a custom shape, about the pad's centre; lines among them become polygons.
+void BoardPass::Primitives(const Item& item, PadLayer& copper) {
+  std::vector<std::vector<TCoordPoint>> polygons;
+  {
+    TextEdits* const edits = std::exchange(edits_, nullptr);
+    const Placement outer = std::exchange(placement_, Placement());
+    const Enter level(*this);
+    Each([&](const Item&, std::uint64_t key) { PadPrimitive(key, polygons); });
+    placement_ = outer;
+    edits_ = edits;
+  }
+  if (!edits_) {
+    copper.custom = std::move(polygons);
+  } else if (copper.custom != polygons) {
+    edits_->Replace(item.begin, in_.Position(), BoardComposer::PadPrimitives(copper));
+  }
+}
+
+void BoardPass::PadPrimitive(std::uint64_t kind, std::vector<std::vector<TCoordPoint>>& polygons) {
+  const Enter level(*this);
+  Place start, mid, end;
+  std::vector<TCoordPoint> points;
+  TCoord width = 0;
+  double angle = 0;
+  bool filled = kind == "gr_poly"_word;
+  EachOnce([&](const Item&, std::uint64_t key) {
+    switch (key) {
+      case "start"_word:
+      case "center"_word:
+        start = TakePlace();
+        break;
+      case "mid"_word:
+        mid = TakePlace();
+        break;
+      case "end"_word:
+        end = TakePlace();
+        break;
+      case "angle"_word:
+        Number(angle);
+        break;
+      case "width"_word:
+        Length(width);
+        break;
+      case "stroke"_word:
+        width = Stroke().value;
+        break;
+      case "fill"_word:
+        filled = TakeFill();
+        break;
+      case "pts"_word:
+        points = TakeOutline().points;
+        break;
+      default:
+        break;
+    }
+  });
+  ArcData arc;
+  bool clockwise = false;
+  bool closed = true;
+  switch (kind) {
+    case "gr_poly"_word:
+      break;
+    case "gr_rect"_word:
+      points = {start.at, {end.at.x, start.at.y}, end.at, {start.at.x, end.at.y}};
+      break;
+    case "gr_circle"_word:
+      if (ArcAround(start.at, end.at, 360, arc)) points = PointsOnArc(arc);
+      break;
+    case "gr_arc"_word:
+      closed = false;
+      if (mid.IsThere() ? ArcThrough(start.at, mid.at, end.at, arc, clockwise)
+                        : ArcAround(start.at, end.at, -angle, arc)) {
+        points = PointsOnArc(arc);
+      }
+      break;
+    case "gr_line"_word:
+      closed = false;
+      points = {start.at, end.at};
+      break;
+    case "gr_curve"_word:
+      closed = false;
+      if (points.size() == 4) {
+        const TCoordPoint controls[4] = {points[0], points[1], points[2], points[3]};
+        points.resize(1);
+        AddCurvePoints(controls, points);
+      }
+      break;
+    default:
+      return;
+  }
+  // A pen of no width draws nothing of what is not filled.
+  for (std::size_t i = 0; width > 0 && i + 1 < points.size() + (closed ? 1 : 0); ++i) {
+    polygons.push_back(LineAsPolygon(points[i], points[(i + 1) % points.size()], width));
+  }
+  if (filled && closed && points.size() > 2) polygons.push_back(std::move(points));
+}
+
+void BoardPass::EndPad(Pad& pad, const PadWords& words) {
+  const bool plated = words.type.text != "np_thru_hole";
+  if (!edits_) {
+    pad.data.plated = plated;
+    return;
+  }
+  if (pad.data.plated != plated || (pad.data.hole > 0) != (words.hole > 0)) {
+    Put(words.type, BoardComposer::PadType(pad.data));
+  }
+  if (pad.data.hole > 0 && !Seen("drill"_word))
+    InsertList("(drill " + BoardComposer::PadHole(pad.data) + ")");
+  const MaskData& mask = pad.data.mask;
+  const auto margin = [&](const char* word, TCoord value, TMaskExpansionMode mode, TCoord inherited,
+                          TMaskExpansionMode inherited_mode) {
+    const bool differs = inherited_mode != eMaskExpansion_Manual || inherited != value;
+    if (mode == eMaskExpansion_Manual && differs && !Seen(KeywordHash(word))) {
+      InsertList(std::string("(") + word + " " + FileWords::Length(value) + ")");
+    }
+  };
+  margin("solder_mask_margin", mask.solder, mask.solder_mode, mask_.solder, mask_.solder_mode);
+  margin("solder_paste_margin", mask.paste, mask.paste_mode, mask_.paste, mask_.paste_mode);
+  if (pad.data.mode != ePadMode_Simple && words_->version.HasPadstacks() && !Seen("padstack"_word)) {
+    InsertList(BoardComposer::PadStack(*words_, pad));
+  }
+  EndCommon(pad);
+}
+
+}  // namespace Ketril::Editor

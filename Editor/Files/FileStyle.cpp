@@ -1,0 +1,185 @@
+#include "Editor/Files/FileStyle.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <random>
+
+#include "Editor/Files/SExpression.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Editor {
+
+namespace {
+
+std::mt19937_64& Random() {
+  static std::mt19937_64 random{std::random_device{}()};
+  return random;
+}
+
+bool IsHex(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+bool IsStamp(std::string_view id) {
+  return !id.empty() && id.size() <= 8 && std::ranges::all_of(id, IsHex);
+}
+
+bool IsUuid(std::string_view id) {
+  constexpr std::string_view kForm = "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx";
+  return std::ranges::equal(id, kForm, [](char c, char form) { return form == 'x' ? IsHex(c) : c == form; });
+}
+
+std::string RandomStamp() {
+  std::array<char, 9> text{};
+  std::snprintf(text.data(), text.size(), "%08X", static_cast<unsigned>(Random()() >> 32));
+  return text.data();
+}
+
+// Version 4 of RFC 4122.
+std::string RandomUuid() {
+  const std::uint64_t a = Random()(), b = Random()();
+  std::array<char, 37> text{};
+  std::snprintf(text.data(), text.size(), "%08x-%04x-4%03x-%04x-%012llx", static_cast<unsigned>(a >> 32),
+                static_cast<unsigned>(a >> 16 & 0xffff), static_cast<unsigned>(a & 0xfff),
+                static_cast<unsigned>(0x8000 | (b >> 48 & 0x3fff)),
+                static_cast<unsigned long long>(b & 0xffffffffffffULL));
+  return text.data();
+}
+
+// The first words of an expression, and the lists that follow them.
+struct Parts {
+  std::string_view head;  // with the opening parenthesis
+  std::vector<std::string_view> lists;
+};
+
+Parts Split(std::string_view expression) {
+  Parts parts;
+  unsigned depth = 0;
+  std::size_t begin = 0;
+  bool quoted = false;
+  for (std::size_t i = 1; i + 1 < expression.size(); ++i) {
+    const char c = expression[i];
+    if (c == '"') quoted = !quoted;
+    if (c == '\\') ++i;
+    if (quoted) continue;
+    if (c == '(' && depth++ == 0) {
+      if (parts.lists.empty()) parts.head = expression.substr(0, expression.find_last_not_of(' ', i - 1) + 1);
+      begin = i;
+    }
+    if (c == ')' && --depth == 0) parts.lists.push_back(expression.substr(begin, i + 1 - begin));
+  }
+  return parts;
+}
+
+void LayOutInto(std::string& result, std::string_view expression, const std::string& line, bool tabbed) {
+  const Parts parts = Split(expression);
+  constexpr std::size_t kOneLine = 240;
+  if (parts.lists.empty() || (!tabbed && expression.size() < kOneLine)) {
+    result += expression;
+    return;
+  }
+  constexpr std::size_t kPointsLine = 99;
+  const std::string inner = line + (tabbed ? "\t" : "  ");
+  const bool points = parts.lists.front().starts_with("(xy ");
+  result += parts.head;
+  std::size_t width = kPointsLine;
+  for (const std::string_view list : parts.lists) {
+    if (points && width + list.size() < kPointsLine) {
+      result += ' ';
+    } else {
+      result += inner;
+      width = 0;
+    }
+    width += list.size() + 1;
+    LayOutInto(result, list, inner, tabbed);
+  }
+  result += line + ")";
+}
+
+}  // namespace
+
+FileWords::FileWords(Board& board) : version(board.file.version), layers(board) {
+  board.objects.ForEach({eNetObject}, [&](Primitive& net) {
+    next_number_ = std::max(next_number_, static_cast<Net&>(net).data.number + 1);
+  });
+}
+
+std::string FileWords::Name(std::string_view utf8) const {
+  return QuoteWord(utf8, version.QuotesAll());
+}
+
+std::string FileWords::Text(const std::u16string& text) const {
+  return Name(Platform::ToUtf8(text));
+}
+
+std::string FileWords::LayerList(const std::vector<TV7_Layer>& list) const {
+  const auto has = [&](TV7_Layer layer) { return std::ranges::find(list, layer) != list.end(); };
+  struct Pair {
+    const char* name;
+    TV7_Layer front, back;
+  };
+  constexpr Pair kPairs[] = {{"*.Mask", eV6_TopSolder, eV6_BottomSolder},
+                             {"*.Paste", eV6_TopPaste, eV6_BottomPaste},
+                             {"*.SilkS", eV6_TopOverlay, eV6_BottomOverlay}};
+  const bool all_copper = layers.Copper().size() > 1 && std::ranges::all_of(layers.Copper(), has);
+  std::string text = "(layers";
+  if (all_copper) text += " " + Name("*.Cu");
+  for (const TV7_Layer layer : list) {
+    const auto pair = std::ranges::find_if(kPairs, [&](const Pair& p) {
+      return (layer == p.front || layer == p.back) && has(p.front) && has(p.back);
+    });
+    if (pair != std::end(kPairs)) {
+      if (layer == pair->front) text += " " + Name(pair->name);
+    } else if (!all_copper || !IsSignalLayer(layer)) {
+      text += " " + Layer(layer);
+    }
+  }
+  return text + ")";
+}
+
+std::string FileWords::Place(TCoordPoint place, const Placement& placement) const {
+  Nanometres x = 0, y = 0;
+  placement.ToFile(place, x, y);
+  return FormatMillimetres(x) + " " + FormatMillimetres(y);
+}
+
+std::int32_t FileWords::NetNumber(const Net* net) {
+  if (!net) return 0;
+  if (net->data.number != 0) return net->data.number;
+  const auto [entry, is_new] = numbers_.try_emplace(net, next_number_);
+  if (is_new) ++next_number_;
+  return entry->second;
+}
+
+std::string FileWords::NetWithName(Net* net) {
+  return "(net " + std::to_string(NetNumber(net)) + " " + (net ? Text(net->data.name) : "\"\"") + ")";
+}
+
+std::string FileWords::Identifier(Primitive& primitive) const {
+  if (!version.HasUuids() && !NeedsIdentifier(primitive)) return {};
+  std::string id = Platform::ToUtf8(primitive.UniqueId());
+  if (version.HasUuids() ? !IsUuid(id) : !IsStamp(id)) {
+    id = version.HasUuids() ? RandomUuid() : RandomStamp();
+    primitive.SetUniqueId(Platform::ToUtf16(id));
+  }
+  return version.IsTabbed() ? " (uuid \"" + id + "\")" : " (tstamp " + id + ")";
+}
+
+bool FileWords::NeedsIdentifier(const Primitive& primitive) {
+  return primitive.state.union_index != 0 ||
+         (primitive.Has(kFlag_TearDrop) && (primitive.kind == eTrackObject || primitive.kind == eArcObject));
+}
+
+std::string FileWords::LayOut(const std::string& expression, std::string_view blanks) const {
+  if (blanks.find('\n') == std::string_view::npos) return expression;
+  std::string result;
+  LayOutInto(result, expression, std::string(blanks), version.IsTabbed());
+  return result;
+}
+
+void FileWords::SeedIdentifiers(std::uint64_t seed) {
+  Random().seed(seed);
+}
+
+}  // namespace Ketril::Editor

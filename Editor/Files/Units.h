@@ -1,0 +1,73 @@
+// The one place where lengths of the board file, decimal millimetres with at most six decimals, become units
+// (1 unit = 2.54 nm, y upwards) and back. The file counts y downwards; its angles are counter-clockwise on
+// the screen, as ours are, so they stay as they are.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Interfaces/Types.h"
+
+namespace Ketril::Editor {
+
+using Nanometres = std::int64_t;
+
+// The format holds lengths as 32-bit nanometres; with this limit the sum of two lengths fits a TCoord.
+constexpr Nanometres kMaxNanometres = 2147483647;
+
+// 50 units are 127 nm. Both round to the nearest, halves away from zero, so that a sign can be turned before
+// or after. A unit is wider than a nanometre: units, nanometres, units gives back the same units.
+constexpr TCoord ToUnits(Nanometres nm) {
+  return static_cast<TCoord>((nm * 50 + (nm < 0 ? -63 : 63)) / 127);
+}
+constexpr Nanometres ToNanometres(std::int64_t units) {
+  return (units * 127 + (units < 0 ? -25 : 25)) / 50;
+}
+constexpr TCoord kMaxUnits = ToUnits(kMaxNanometres);
+static_assert(ToUnits(25400) == 10000 && ToNanometres(10000) == 25400);
+
+enum class NumberError : std::uint8_t { None, NotANumber, OutOfRange };
+
+// Decimal text ("12", "-0.05", "1.5e-05") as nanometres: exact up to six decimals, further ones rounded.
+NumberError ParseMillimetres(std::string_view text, Nanometres& nm);
+// Decimal text as a finite number.
+NumberError ParseNumber(std::string_view text, double& value);
+
+// Without trailing zeros; zero is "0".
+std::string FormatMillimetres(Nanometres nm);
+// The same for angles and ratios: six decimals at most.
+std::string FormatNumber(double value);
+
+// Into the range from 0 up to but without 360.
+double NormalAngle(double degrees);
+// The same to the file's six decimals.
+constexpr double kSameAngle = 5e-7;
+bool IsSameAngle(double a, double b);
+
+// Where places of the file are counted from: the board's zero, or a footprint, whose members are stored
+// relative to it and turned back by its angle. Members are rounded relative to it, so that a footprint that
+// moves leaves the places of its members in the file as they are.
+class Placement {
+ public:
+  Placement() = default;
+  // `turned` tells that the angle is not the one that the file was written with: then a place that was turned
+  // with the footprint may be off by a unit, and IsAt is that tolerant.
+  Placement(TCoordPoint origin, double degrees, bool turned = false);
+
+  // False when the place is beyond the range of lengths.
+  bool ToBoard(Nanometres x, Nanometres y, TCoordPoint& place) const;
+  void ToFile(TCoordPoint place, Nanometres& x, Nanometres& y) const;
+  bool IsAt(TCoordPoint read, TCoordPoint place) const;
+  bool Turned() const { return turned_; }
+  // True when x of the file is x or y of the board: then either can be replaced without the other.
+  bool IsPlain() const { return sine_ == 0 && cosine_ == 1; }
+
+ private:
+  TCoordPoint origin_;
+  double cosine_ = 1;
+  double sine_ = 0;
+  bool turned_ = false;
+};
+
+}  // namespace Ketril::Editor

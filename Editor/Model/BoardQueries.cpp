@@ -1,0 +1,171 @@
+#include <algorithm>
+
+#include "Editor/Model/Board.h"
+#include "Editor/Model/LayerFilter.h"
+#include "Editor/Model/LayerStack.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Editor {
+
+namespace {
+
+class RuleList final : public HostObject<IPCB_RuleList> {
+ public:
+  explicit RuleList(std::vector<Ref<Primitive>> rules) : rules_(std::move(rules)) {}
+  KETRIL_HOST_READ(IPCB_RuleList, std::int32_t, Count, static_cast<std::int32_t>(rules_.size()))
+  Status GetState_At(std::int32_t index, Ref<IPCB_Primitive>& rule) noexcept override {
+    return HostCall("IPCB_RuleList.GetState_At", [&] {
+      if (index < 0 || static_cast<std::size_t>(index) >= rules_.size()) return Status::InvalidArgument;
+      rule = rules_[static_cast<std::size_t>(index)]->AsInterface();
+      return Status::Ok;
+    });
+  }
+
+ private:
+  const std::vector<Ref<Primitive>> rules_;
+};
+
+}  // namespace
+
+Net* Board::FindNet(const std::u16string& name) const {
+  for (Warehouse::Walk walk(objects, {eNetObject}); Primitive* net = walk.Next();) {
+    if (As<Net>(net)->data.name == name) return As<Net>(net);
+  }
+  return nullptr;
+}
+
+const BoardLayer* Board::FindLayer(TV7_Layer id) const {
+  const auto it = std::ranges::find(layers, id, &BoardLayer::id);
+  return it == layers.end() ? nullptr : &*it;
+}
+
+const BoardLayer* Board::FindLayer(std::string_view file_name) const {
+  const auto it = std::ranges::find(layers, file_name, &BoardLayer::file_name);
+  return it == layers.end() ? nullptr : &*it;
+}
+
+std::vector<TV7_Layer> Board::CopperLayers() const {
+  std::vector<TV7_Layer> copper;
+  for (const BoardLayer& layer : layers) {
+    if (IsSignalLayer(layer.id) || IsInternalPlaneLayer(layer.id)) copper.push_back(layer.id);
+  }
+  return copper;
+}
+
+const ObjectClass* Board::ClassOf(const Net* net) const {
+  const ObjectClass* default_class = nullptr;
+  for (Warehouse::Walk walk(objects, {eClassObject}); Primitive* object = walk.Next();) {
+    const ObjectClass* net_class = As<ObjectClass>(object);
+    if (net_class->data.member_kind != eClassMemberKind_Net) continue;
+    if (net && net_class->HasMember(net->data.name)) return net_class;
+    if (!default_class && net_class->data.name == u"Default") default_class = net_class;
+  }
+  return default_class;
+}
+
+TCoordRect Board::Extents() const {
+  if (const Ref<BoardOutline> outline = Outline()) return outline->Bounds();
+  Extent extent;
+  objects.ForEach(TObjectSet::All(), [&](const Primitive& object) {
+    if (HasPlace(object.kind)) extent.Add(Ordered(object.Bounds()));
+  });
+  return extent.Rect();
+}
+
+const std::vector<Primitive*>& Board::Selected() const {
+  if (!selection_known_) {
+    selected_.clear();
+    objects.ForEach(TObjectSet::All(), [this](Primitive& object) {
+      if (object.Has(kFlag_Selected)) selected_.push_back(&object);
+    });
+    selection_known_ = true;
+  }
+  return selected_;
+}
+
+Status Board::GetState_SelectedObject(std::int32_t index, Ref<IPCB_Primitive>& primitive) noexcept {
+  return HostCall("IPCB_Board.GetState_SelectedObject", [&] {
+    const std::vector<Primitive*>& selected = Selected();
+    const bool found = index >= 0 && static_cast<std::size_t>(index) < selected.size();
+    primitive = found ? selected[static_cast<std::size_t>(index)]->AsInterface() : nullptr;
+  });
+}
+
+Status Board::GetPrimitiveCount(TObjectSet kinds, IPCB_LayerSet* layer_set, TIterationMethod method,
+                                std::int32_t& count) noexcept {
+  return HostCall("IPCB_Board.GetPrimitiveCount", [&] {
+    LayerFilter filter(layer_set);
+    filter.Restart();
+    std::size_t total = 0;
+    if (filter.PassesAll() && method == eProcessAll) {
+      for (int kind = 0; kind < kObjectIdCount; ++kind) {
+        const auto id = static_cast<TObjectId>(kind);
+        if (kinds.Contains(id)) total += objects.Count(id);
+      }
+    } else {
+      objects.ForEach(kinds, [&](const Primitive& object) {
+        if (PassesMethod(object, method) && filter.Passes(object.state.layer)) ++total;
+      });
+    }
+    count = static_cast<std::int32_t>(total);
+  });
+}
+
+Status Board::GetState_BoundingRectangleBoard(TObjectSet kinds, IPCB_LayerSet* layer_set, bool only_selected,
+                                              TCoordRect& rectangle, bool& found) noexcept {
+  return HostCall("IPCB_Board.GetState_BoundingRectangleBoard", [&] {
+    LayerFilter filter(layer_set);
+    filter.Restart();
+    Extent extent;
+    objects.ForEach(kinds, [&](const Primitive& object) {
+      if (!HasPlace(object.kind) || (only_selected && !object.Has(kFlag_Selected))) return;
+      if (filter.Passes(object.state.layer)) extent.Add(Ordered(object.Bounds()));
+    });
+    found = !extent.IsEmpty();
+    if (found) rectangle = extent.Rect();
+  });
+}
+
+Status Board::GetState_FileName(std::u16string& value) noexcept {
+  return HostCall("IPCB_Board.GetState_FileName", [&] { value = Platform::ToUtf16(file.path); });
+}
+
+Status Board::GetState_LayerStack(Ref<IPCB_LayerStack>& value) noexcept {
+  return HostCall("IPCB_Board2.GetState_LayerStack", [&] { value = MakeLayerStack(*this); });
+}
+
+Status Board::ProcessLayers(IPCB_LayerProcessInterface* callback) {
+  std::vector<Ref<IPCB_LayerObject>> stack;
+  const Status status = HostCall("IPCB_Board2.ProcessLayers", [&] {
+    if (!callback) return Status::InvalidArgument;
+    for (const TV7_Layer layer : CopperLayers()) stack.push_back(MakeLayerObject(*this, layer));
+    return Status::Ok;
+  });
+  if (Failed(status)) return status;
+  // Outside the gate, which lets no exception through.
+  for (const Ref<IPCB_LayerObject>& layer : stack) callback->ProcessLayer(layer.Get());
+  return Status::Ok;
+}
+
+Status Board::GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept {
+  return HostCall("IPCB_Board3.GetState_RuleByName", [&] {
+    rule = nullptr;
+    for (Warehouse::Walk walk(objects, {eRuleObject}); Primitive* object = walk.Next();) {
+      if (As<Rule>(object)->data.name != name) continue;
+      rule = object->AsInterface();
+      return;
+    }
+  });
+}
+
+Status Board::GetState_RulesOfKind(TRuleKind rule_kind, Ref<IPCB_RuleList>& rules) noexcept {
+  return HostCall("IPCB_Board3.GetState_RulesOfKind", [&] {
+    std::vector<Ref<Primitive>> found;
+    objects.ForEach({eRuleObject}, [&](Primitive& object) {
+      if (As<Rule>(&object)->data.rule_kind == rule_kind) found.emplace_back(&object);
+    });
+    rules = MakeHost<RuleList>(std::move(found));
+  });
+}
+
+}  // namespace Ketril::Editor

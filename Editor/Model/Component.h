@@ -1,0 +1,70 @@
+// Components.
+#pragma once
+
+#include <string>
+
+#include "Editor/Model/Group.h"
+#include "Editor/Model/Shapes.h"
+
+namespace Ketril::Editor {
+
+struct ComponentData {
+  TCoordPoint reference;
+  double rotation = 0;  // degrees; on the bottom the footprint is mirrored top to bottom before it is turned
+  std::u16string pattern;  // library and name of the footprint, as "Package:QFN32"
+  TComponentKind kind = eComponentKind_Standard;
+  std::u16string description;
+  friend bool operator==(const ComponentData&, const ComponentData&) = default;
+};
+
+// Designator and comment are members, found by their role.
+class Component final : public GroupObject<Component, IPCB_Component2> {
+ public:
+  static constexpr TObjectId kKind = eComponentObject;
+  ComponentData data;
+
+  Component();
+  Text* NameText() const;     // null when there is none
+  Text* CommentText() const;  // null when there is none
+  std::u16string Designator() const;
+  TCoordPoint Reference() const override { return data.reference; }
+  std::u16string Identifier() const override { return Designator(); }
+
+  // Data only; the same twice leaves every member as it was.
+  void Flip();
+  void Rotate(TCoordPoint center, double degrees);
+  void SetSide(TV7_Layer layer, bool with_members);
+  // An edit of the text: next to the component's box, a stroke's width away, where the position says as seen
+  // from the top, and upright: readable from below or from the right. False, and no edit, for eAutoPos_Manual
+  // or a null text.
+  bool PlaceText(Text* text, TTextAutoposition position);
+  // Puts the designator and the comment onto the component's side. Other members may well be on the other
+  // one.
+  void CleanSide();
+
+  KETRIL_HOST_READ(IPCB_Component, Ref<IPCB_Text>, NameText, Ref<IPCB_Text>(NameText()))
+  KETRIL_HOST_READ(IPCB_Component, Ref<IPCB_Text>, CommentText, Ref<IPCB_Text>(CommentText()))
+  KETRIL_HOST_READ(IPCB_Component, std::u16string, Pattern, PatternName())
+  KETRIL_HOST_PROPERTY(IPCB_Component, TComponentKind, ComponentKind, data.kind)
+  // Writing turns the component about its reference point.
+  KETRIL_HOST_PAIR(IPCB_Component, double, Rotation, data.rotation,
+                   WriteWithMembers([&] { Rotate(data.reference, value - data.rotation); }))
+  KETRIL_HOST_METHOD(IPCB_Component2, SetLayer, (TV7_Layer layer, bool fix_layer),
+                     WriteWithMembers([&] { SetSide(layer, fix_layer); }))
+  KETRIL_HOST_METHOD(IPCB_Component2, RotateAroundXY, (TCoord x, TCoord y, double degrees),
+                     WriteWithMembers([&] {
+                       Rotate({x, y}, degrees);
+                     }))
+  KETRIL_HOST_METHOD(IPCB_Component2, PlaceNameAutoposition, (TTextAutoposition position, bool& placed),
+                     void(placed = PlaceText(NameText(), position)))
+  KETRIL_HOST_METHOD(IPCB_Component2, PlaceCommentAutoposition, (TTextAutoposition position, bool& placed),
+                     void(placed = PlaceText(CommentText(), position)))
+  KETRIL_HOST_METHOD(IPCB_Component2, FlipComponent, (), WriteWithMembers([&] { Flip(); }))
+
+ private:
+  Text* TextOf(TextRole role) const;
+  std::u16string PatternName() const;  // without the library
+  void TransformSelf(const PlaneMap& map) override;
+};
+
+}  // namespace Ketril::Editor

@@ -1,0 +1,216 @@
+#include "Ketril/Commands.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "Editor/Files/BoardFile.h"
+#include "Editor/Picture/Picture.h"
+#include "Editor/Selection/Selection.h"
+#include "Ketril/Answers.h"
+#include "Ketril/Exit.h"
+#include "Ketril/Info.h"
+#include "Ketril/Session.h"
+#include "Ketril/Summary.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Command {
+
+namespace {
+
+using Editor::Board;
+using Editor::Primitive;
+using nlohmann::ordered_json;
+
+Ref<Board> Open(const std::string& path) {
+  try {
+    std::vector<std::string> warnings;
+    Ref<Board> board = Editor::ReadBoard(path, &warnings);
+    for (const std::string& warning : warnings) std::cerr << "ketril: warning: " << warning << "\n";
+    return board;
+  } catch (const Editor::FileError& error) {
+    throw Failure(kExit_Unreadable, error.what());
+  }
+}
+
+Editor::Selection ParseSelection(const std::string& text, Editor::LengthUnit unit) {
+  try {
+    return Editor::Selection(text, unit);
+  } catch (const Editor::SelectionError& error) {
+    throw Failure(kExit_Usage, error.what());
+  }
+}
+
+// "X,Y,WIDTH,HEIGHT" of a box whose corner (X, Y) is the upper left one, as the board file has places.
+TCoordRect ParseBox(const std::string& text, Editor::LengthUnit unit) {
+  std::array<double, 4> numbers{};
+  std::size_t from = 0;
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    const std::size_t comma = std::min(text.find(',', from), text.size());
+    const auto length =
+        Editor::ParseLength(std::string_view(text).substr(std::min(from, text.size()), comma - from), unit);
+    if (!length || (i == 3) != (comma == text.size()) || (i >= 2 && *length <= 0)) {
+      throw Failure(kExit_Usage, "--around: expected X,Y,WIDTH,HEIGHT, as 100,80,20mm,15mm");
+    }
+    numbers[i] = *length;
+    from = comma + 1;
+  }
+  const auto unit_of = [](double v) {
+    return static_cast<TCoord>(std::clamp(std::round(v), -2147483647.0, 2147483647.0));
+  };
+  return {unit_of(numbers[0]), unit_of(-numbers[1] - numbers[3]), unit_of(numbers[0] + numbers[2]),
+          unit_of(-numbers[1])};
+}
+
+std::vector<TV7_Layer> ParseLayers(const Board& board, const std::vector<std::string>& names) {
+  std::vector<TV7_Layer> layers;
+  for (const std::string& name : names) {
+    const auto found =
+        std::find_if(board.layers.begin(), board.layers.end(), [&](const Editor::BoardLayer& layer) {
+          return Platform::EqualsIgnoringAsciiCase(Platform::ToUtf16(layer.file_name),
+                                                   Platform::ToUtf16(name)) ||
+                 Platform::EqualsIgnoringAsciiCase(layer.user_name, Platform::ToUtf16(name));
+        });
+    if (found == board.layers.end()) {
+      std::string known;
+      for (const Editor::BoardLayer& layer : board.layers)
+        known += (known.empty() ? "" : ", ") + layer.file_name;
+      throw Failure(kExit_Usage, "--layers: the board has no layer \"" + name + "\"; it has " + known);
+    }
+    layers.push_back(found->id);
+  }
+  return layers;
+}
+
+void WriteOut(const std::string& path, const std::string& text) {
+  try {
+    Editor::WriteFile(path, text);
+  } catch (const std::exception& error) {
+    throw Failure(kExit_Failed, error.what());
+  }
+}
+
+// Where the board goes; empty for nowhere. Raises Failure when the command line leaves it open.
+std::string Destination(const Options& options) {
+  if (options.dry_run) return {};
+  if (options.in_place) return options.board;
+  if (options.output.empty()) {
+    throw Failure(kExit_Usage,
+                  "where shall the changed board go? -o FILE, --in-place, or --dry-run to only see");
+  }
+  std::error_code ignored;
+  if (std::filesystem::equivalent(options.output, options.board, ignored)) {
+    throw Failure(kExit_Usage, options.output + " is the given board: say --in-place to write over it");
+  }
+  return options.output;
+}
+
+void DrawResult(const Options& options, Board& board, const std::vector<Editor::Change>& changes) {
+  std::set<const Primitive*> changed;
+  for (const Editor::Change& change : changes) changed.insert(change.object.Get());
+  Editor::PictureOptions look;
+  if (!changed.empty()) look.highlight = [&](const Primitive& object) { return changed.contains(&object); };
+  WriteOut(options.picture, Editor::DrawSvg(board, look));
+}
+
+void Report(const Options& options, const ToolVerb& verb, const Board& board, const std::string& destination,
+            const std::vector<Editor::Change>& changes, const std::vector<std::string>& unanswered) {
+  ordered_json summary = Summary(changes);
+  if (options.json) {
+    summary["tool"] = verb.export_name;
+    summary["board"] = board.file.path;
+    summary["written"] = destination.empty() ? ordered_json(nullptr) : ordered_json(destination);
+    summary["unanswered"] = unanswered;
+    std::cout << summary.dump(2) << "\n";
+    return;
+  }
+  std::cout << verb.verb << ": " << SummaryText(summary);
+  if (!destination.empty()) std::cout << "; written to " << destination;
+  std::cout << "\n";
+  for (const std::string& question : unanswered) {
+    std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";
+  }
+}
+
+}  // namespace
+
+void ListTools(const Options& options) {
+  if (options.json) {
+    ordered_json tools = ordered_json::array();
+    for (const ToolVerb& verb : ToolVerbs()) {
+      tools.push_back(
+          {{"verb", verb.verb}, {"export", verb.export_name}, {"group", verb.group}, {"help", verb.help}});
+    }
+    std::cout << tools.dump(2) << "\n";
+    return;
+  }
+  for (const ToolVerb& verb : ToolVerbs()) std::cout << verb.verb << "\n    " << verb.help << "\n";
+}
+
+void ListObjects(const Options& options) {
+  const auto selection = ParseSelection(options.select.empty() ? "all" : options.select, options.unit);
+  const Ref<Board> board = Open(options.board);
+  board->setup.display_unit = options.unit == Editor::LengthUnit::Millimetre ? eMetric : eImperial;
+  if (options.json) {
+    std::cout << ObjectTable(*board, selection, options.unit).dump(2) << "\n";
+  } else {
+    std::cout << ObjectLines(*board, selection);
+  }
+}
+
+void Info(const Options& options) {
+  const Ref<Board> board = Open(options.board);
+  const ordered_json info = BoardInfo(*board, options.unit);
+  std::cout << (options.json ? info.dump(2) + "\n" : BoardInfoText(info));
+}
+
+void Draw(const Options& options) {
+  Editor::PictureOptions look;
+  if (!options.around.empty()) look.around = ParseBox(options.around, options.unit);
+  std::optional<Editor::Selection> bright;
+  if (!options.highlight.empty()) bright = ParseSelection(options.highlight, options.unit);
+  const Ref<Board> board = Open(options.board);
+  look.layers = ParseLayers(*board, options.layers);
+  if (bright) look.highlight = [&](const Primitive& object) { return bright->Matches(object, *board); };
+  WriteOut(options.output, Editor::DrawSvg(*board, look));
+  std::cout << "draw: written to " << options.output << "\n";
+}
+
+void RunTool(const ToolVerb& verb, const Options& options) {
+  const std::string destination = Destination(options);
+  std::optional<Editor::Selection> selection;
+  if (!options.select.empty()) selection = ParseSelection(options.select, options.unit);
+  Answers answers(options.yes, isatty(STDIN_FILENO) ? &std::cin : nullptr, std::cerr);
+  if (!options.answers.empty()) answers.ReadFile(options.answers);
+
+  const ToolsLibrary library;
+  Ref<Board> board = Open(options.board);
+  const Session session(answers);
+  if (selection && selection->Apply(*board) == 0) {
+    std::cerr << "ketril: no object matches --select " << options.select << "\n";
+  }
+  board->journal.Begin();
+  try {
+    verb.call(library, verb.export_name, board.Get());
+  } catch (const std::exception& error) {
+    throw Failure(kExit_Failed, std::string(verb.verb) + ": " + error.what() + "; nothing is written");
+  }
+  const std::vector<Editor::Change> changes = board->journal.Changes();
+  if (!destination.empty()) {
+    try {
+      Editor::SaveBoard(*board, destination);
+    } catch (const std::exception& error) {
+      throw Failure(kExit_Failed, error.what());
+    }
+  }
+  if (!options.picture.empty()) DrawResult(options, *board, changes);
+  Report(options, verb, *board, destination, changes, answers.Unanswered());
+}
+
+}  // namespace Ketril::Command

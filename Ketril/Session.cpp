@@ -1,0 +1,70 @@
+#include "Ketril/Session.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "Editor/Client/Progress.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Command {
+
+namespace {
+
+std::filesystem::path OptionsFolder() {
+  if (const char* folder = std::getenv("XDG_CONFIG_HOME"); folder && *folder)
+    return std::filesystem::path(folder) / "ketril";
+  if (const char* home = std::getenv("HOME"); home && *home)
+    return std::filesystem::path(home) / ".config" / "ketril";
+  return {};
+}
+
+void ShowProgress(const Editor::ProgressState& state) {
+  if (!state.running) {
+    std::fputs("\r\033[K", stderr);
+    return;
+  }
+  if (state.maximum <= 0) return;
+  // A line for each percent, not for each object: a terminal is slow.
+  const std::int64_t percent = std::int64_t{100} * std::min(state.position, state.maximum) / state.maximum;
+  if (state.position != state.maximum && percent == std::int64_t{100} * (state.position - 1) / state.maximum)
+    return;
+  std::fprintf(stderr, "\r\033[K%s %3d%%", Platform::ToUtf8(state.caption).c_str(),
+               static_cast<int>(percent));
+}
+
+Ref<Editor::Client> NewClient(Answers& answers) {
+  Editor::ClientSetup setup;
+  setup.options_folder = OptionsFolder();
+  setup.confirm = [&answers](const std::u16string& text) -> std::optional<bool> {
+    switch (answers.Answer(text, Platform::TDialogKind::Confirmation, Platform::TDialogButtons::YesNo)) {
+      case Platform::TDialogAnswer::Yes:
+        return true;
+      case Platform::TDialogAnswer::No:
+        return false;
+      default:
+        return std::nullopt;
+    }
+  };
+  return Editor::MakeHost<Editor::Client>(std::move(setup));
+}
+
+}  // namespace
+
+Session::Session(Answers& answers) : installation_(NewClient(answers)) {
+  Platform::SetDialogProvider(
+      [&answers](const std::u16string& text, Platform::TDialogKind kind, Platform::TDialogButtons buttons) {
+        return answers.Answer(text, kind, buttons);
+      });
+  if (isatty(STDERR_FILENO)) Editor::SetProgressSink(ShowProgress);
+}
+
+Session::~Session() {
+  Editor::SetProgressSink(nullptr);
+  Platform::SetDialogProvider(nullptr);
+}
+
+}  // namespace Ketril::Command

@@ -1,0 +1,24 @@
+// The editor around one run of a tool: its client, where the tools find it, and what a person at a terminal
+// sees and answers.
+#pragma once
+
+#include "Editor/Client/Client.h"
+#include "Ketril/Answers.h"
+
+namespace Ketril::Command {
+
+// Installs the client, the answers to questions and, on a terminal, a progress bar; its end takes them away
+// again. The options that tools keep are in "ketril/KETRIL.INI" of the user's folder of configurations.
+// `answers` outlives it.
+class Session {
+ public:
+  explicit Session(Answers& answers);
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+  ~Session();
+
+ private:
+  Editor::ClientInstallation installation_;
+};
+
+}  // namespace Ketril::Command

@@ -1,0 +1,142 @@
+// Runs every export on a small board once for every k, with the k-th host call failing, and with a second
+// failure a few calls later: whatever fails, the exception reaches the caller and nothing is left open.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "DLLs/Tools/Frame/ObjectScope.h"
+#include "DLLs/Tools/Frame/PCBServer.h"
+#include "Editor/Client/Client.h"
+#include "Editor/HostCall.h"
+#include "Interfaces/Tools.h"
+#include "Platform/Messages.h"
+#include "Tests/Support/BoardFromText.h"
+
+namespace Ketril {
+namespace {
+
+using Editor::HostGate;
+
+struct SweptExport {
+  const char* name;
+  void (*run)(IPCB_Board* board);
+};
+
+void RunBoth(IPCB_Board* board) {
+  Tools_ReplaceSelectedPadsWithVias(board);
+  Tools_ReplaceSelectedViasWithPads(board);
+}
+
+const SweptExport kExports[] = {
+    {"ReplaceSelectedPadsWithVias", Tools_ReplaceSelectedPadsWithVias},
+    {"ReplaceSelectedViasWithPads", Tools_ReplaceSelectedViasWithPads},
+    {"OneAfterTheOther", RunBoth},
+};
+
+constexpr const char* kBoard = R"(
+  layers 4
+  track 100,100 300,100 w10 top net A selected
+  arc 100,100 r50 0..90 w10 top net A
+  via 100,100 30/15 net A selected
+  via 200,100 30/15 selected
+  pad 300,100 60x60 rect hole 30 net A selected
+  pad 400,100 60x60 octagon hole 30 selected
+  pad 500,100 60x60 round top selected
+  text 100,300 "Hello" h60 topoverlay
+  region 0,0 100,0 100,100 top net A
+  component U1 at 500,500 { pad -50,0 60x60 hole 30 name 1 net A selected ; text 0,80 "10k" comment }
+)";
+
+// What a tool makes and closes again, in pairs.
+struct Pair {
+  const char *open, *close, *other_close;
+};
+constexpr Pair kPairs[] = {
+    {"IPCB_Board.BoardIterator_Create", "IPCB_Board.BoardIterator_Destroy", ""},
+    {"IPCB_Board.SpatialIterator_Create", "IPCB_Board.SpatialIterator_Destroy", ""},
+    {"IPCB_Group.GroupIterator_Create", "IPCB_Group.GroupIterator_Destroy", ""},
+    {"IPCB_Primitive.BeginModify", "IPCB_Primitive.EndModify", "IPCB_Primitive.CancelModify"},
+    {"IPCB_Progress.Start", "IPCB_Progress.End", ""},
+};
+
+// Each opening that succeeded was followed by a closing call, which may itself be one that failed.
+void ExpectPairsClosed(const std::vector<std::string>& calls, std::int64_t first_failed,
+                       std::int64_t second_failed) {
+  for (const Pair& pair : kPairs) {
+    std::int64_t open = 0;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+      const auto number = static_cast<std::int64_t>(i) + 1;
+      const bool failed = number == first_failed || number == second_failed;
+      if (calls[i] == pair.open && !failed) ++open;
+      if (calls[i] == pair.close || calls[i] == pair.other_close) --open;
+    }
+    EXPECT_EQ(open, 0) << pair.open;
+  }
+}
+
+class FaultSweep : public testing::TestWithParam<SweptExport> {
+ protected:
+  ~FaultSweep() override {
+    HostGate::Disarm();
+    Tools::ReleasePCBServer();
+  }
+
+  // Gives the number of host calls of the run; `second` as in HostGate::Arm.
+  std::int64_t RunOnce(std::int64_t k, std::int64_t second) {
+    const std::int64_t alive = Editor::LiveObjects::Count();
+    std::int64_t calls = 0;
+    {
+      const Ref<Editor::Board> board = Tests::BoardFromText(kBoard);
+      bool raised = false;
+      HostGate::Arm(true, k, second);
+      try {
+        GetParam().run(board.Get());
+      } catch (const std::exception&) {
+        raised = true;
+      }
+      HostGate::Disarm();
+      calls = HostGate::Calls();
+      EXPECT_EQ(raised, HostGate::HasFailed()) << "the failure of the host did not reach the caller";
+      ExpectPairsClosed(HostGate::Record(), k, second ? k + second : k);
+      EXPECT_EQ(Tools::ObjectScopeDepth, 0);
+      EXPECT_EQ(Tools::PrimitiveRegistry, nullptr);
+      EXPECT_EQ(Tools::NetMap, nullptr);
+      EXPECT_FALSE(board->progress->IsOpen());
+      EXPECT_EQ(Platform::CurrentCursor(), Platform::TCursor::Arrow);
+    }
+    Tools::ReleasePCBServer();
+    EXPECT_EQ(Editor::LiveObjects::Count(), alive) << "a counted reference is left";
+    return calls;
+  }
+
+ private:
+  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(Editor::ClientSetup{})};
+};
+
+TEST_P(FaultSweep, EveryCall) {
+  const std::int64_t calls = RunOnce(0, 0);
+  ASSERT_GT(calls, 0);
+  for (std::int64_t k = 1; k <= calls && !HasFailure(); ++k) {
+    SCOPED_TRACE("call " + std::to_string(k) + " fails");
+    RunOnce(k, 0);
+  }
+  RecordProperty("points", static_cast<int>(calls));
+}
+
+TEST_P(FaultSweep, EveryCallAndASecondOne) {
+  const std::int64_t calls = RunOnce(0, 0);
+  for (std::int64_t k = 1; k <= calls && !HasFailure(); ++k) {
+    for (const std::int64_t second : {1, 2, 3}) {
+      SCOPED_TRACE("calls " + std::to_string(k) + " and " + std::to_string(k + second) + " fail");
+      RunOnce(k, second);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Exports, FaultSweep, testing::ValuesIn(kExports),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace Ketril
