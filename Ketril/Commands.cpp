@@ -11,6 +11,7 @@
 #include <set>
 
 #include "Editor/Files/BoardFile.h"
+#include "Editor/Files/SExpression.h"
 #include "Editor/Picture/Picture.h"
 #include "Editor/Selection/Selection.h"
 #include "Ketril/Answers.h"
@@ -18,6 +19,7 @@
 #include "Ketril/Info.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
+#include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Command {
@@ -30,7 +32,7 @@ using nlohmann::ordered_json;
 
 Ref<Board> Open(const std::string& path) {
   try {
-    std::vector<std::string> warnings;
+    Editor::FileWarnings warnings;
     Ref<Board> board = Editor::ReadBoard(path, &warnings);
     for (const std::string& warning : warnings) std::cerr << "ketril: warning: " << warning << "\n";
     return board;
@@ -90,7 +92,9 @@ std::vector<TV7_Layer> ParseLayers(const Board& board, const std::vector<std::st
 
 void WriteOut(const std::string& path, const std::string& text) {
   try {
-    Editor::WriteFile(path, text);
+    Platform::TReplacementFile file(path);
+    file.Write(text);
+    file.Commit();
   } catch (const std::exception& error) {
     throw Failure(kExit_Failed, error.what());
   }

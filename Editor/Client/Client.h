@@ -16,9 +16,9 @@ using ConfirmProvider = std::function<std::optional<bool>(const std::u16string& 
 
 // What the embedder of the editor decides.
 struct ClientSetup {
-  std::filesystem::path options_folder;                 // of KETRIL.INI; empty: options live in memory only
-  ConfirmProvider confirm;                              // null: the client has no dialog service
-  std::function<void(const std::u16string& line)> log;  // null: lines go to standard error
+  std::filesystem::path options_folder = {};  // of KETRIL.INI; empty: options live in memory only
+  ConfirmProvider confirm = {};               // null: the client has no dialog service
+  std::function<void(const std::u16string& line)> log = {};  // null: lines go to standard error
   bool test_mode = false;
 };
 

@@ -14,14 +14,12 @@
 #include <vector>
 
 #include "Editor/Files/ArcGeometry.h"
+#include "Editor/Files/BoardFile.h"
 #include "Editor/Files/FileStyle.h"
 #include "Editor/Files/SExpression.h"
 #include "Editor/Files/TextEdits.h"
 
 namespace Ketril::Editor {
-
-// What is wrong with a file without making it unreadable, "file:line:column: message".
-using FileWarnings = std::vector<std::string>;
 
 // Objects by the place of their expression in the text.
 class SourceTable {
@@ -181,8 +179,8 @@ class BoardPass {
   template <class T>
   void RewriteObject(const Item& item, T& object, void (BoardPass::*fields)(T&));
   // The lists that hold members: `walk` goes over them; then come the members that are new.
-  template <class Walk>
-  void WithMembers(Group& group, Walk&& walk);
+  template <class Body>
+  void WithMembers(Group& group, Body&& walk);
 
   // What all objects have: layer, net, identifier, locked. False for another word.
   bool Common(const Item& item, std::uint64_t key, Primitive& primitive);
@@ -378,8 +376,8 @@ void BoardPass::RewriteObject(const Item& item, T& object, void (BoardPass::*fie
   }
 }
 
-template <class Walk>
-void BoardPass::WithMembers(Group& group, Walk&& walk) {
+template <class Body>
+void BoardPass::WithMembers(Group& group, Body&& walk) {
   if (!edits_) return walk();
   std::vector<Primitive*> members;
   for (const Ref<Primitive>& member : group.Members()) {

@@ -51,7 +51,8 @@ std::string BoardPass::Rewrite(Board& board) {
   FileWords words(board);
   std::vector<Primitive*> free;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
-    if (!object.Owner()) free.push_back(&object);
+    const Group* const owner = object.Owner();
+    if (!owner || !owner->on_board || !owner->HasMember(object)) free.push_back(&object);
   });
   SourceTable objects(free);
   pass.edits_ = &edits;

@@ -166,6 +166,16 @@ std::string FileWords::Identifier(Primitive& primitive) const {
   return version.IsTabbed() ? " (uuid \"" + id + "\")" : " (tstamp " + id + ")";
 }
 
+std::string FileWords::RandomIdentifier() const {
+  if (!version.HasUuids()) return {};
+  return version.IsTabbed() ? " (uuid \"" + RandomUuid() + "\")" : " (tstamp " + RandomUuid() + ")";
+}
+
+std::string FileWords::Fill(bool filled) const {
+  if (version.SaysYesForFills()) return filled ? "yes" : "no";
+  return filled ? "solid" : "none";
+}
+
 bool FileWords::NeedsIdentifier(const Primitive& primitive) {
   return primitive.state.union_index != 0 ||
          (primitive.Has(kFlag_TearDrop) && (primitive.kind == eTrackObject || primitive.kind == eArcObject));

@@ -42,7 +42,7 @@ Board::Board()
 Board::~Board() {
   iterators_->board = nullptr;
   for (Primitive* primitive : tried_) primitive->board = nullptr;
-  objects.ForEach(TObjectSet::All(), [](Primitive& primitive) { primitive.LeaveBoard(); });
+  objects.ForEach(TObjectSet::All(), [](Primitive& primitive) { primitive.LoseBoard(); });
   board = nullptr;
 }
 

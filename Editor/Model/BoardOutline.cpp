@@ -160,6 +160,13 @@ bool IsInside(const Points& ring, TCoordPoint point) {
   return inside;
 }
 
+// Rings do not cross, but a vertex may lie on the other ring: three of them vote.
+bool IsWithin(const Points& ring, const Points& larger) {
+  int inside = 0;
+  for (std::size_t i = 0; i < 3; ++i) inside += IsInside(larger, ring[i * ring.size() / 3]) ? 1 : 0;
+  return inside >= 2;
+}
+
 void AddRegion(const Region& region, Chainer& lines, std::vector<Points>& closed) {
   for (const Ring& ring : region.data.rings) {
     if (region.data.closed && ring.points.size() > 2) closed.push_back(ring.points);
@@ -195,7 +202,7 @@ Ref<BoardOutline> Board::Outline() const {
   outline_ = found.empty() ? nullptr : MakeHost<BoardOutline>();
   for (Points& ring : found) {
     const auto around = std::ranges::count_if(
-        outline_->data.rings, [&](const Ring& larger) { return IsInside(larger.points, ring.front()); });
+        outline_->data.rings, [&](const Ring& larger) { return IsWithin(ring, larger.points); });
     outline_->data.rings.push_back({std::move(ring), around % 2 == 1});
   }
   outline_revision_ = index.Revision();

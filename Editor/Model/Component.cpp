@@ -55,7 +55,7 @@ void Component::SetSide(TV7_Layer layer, bool with_members) {
   state.layer = layer;
 }
 
-bool Component::PlaceText(Text* text, TTextAutoposition position) {
+bool Component::PutText(Text* text, TTextAutoposition position) {
   if (!text || position < eAutoPos_TopLeft || position > eAutoPos_BottomRight) return false;
   const TCoordRect box = Bounds();
   text->Write([&] {

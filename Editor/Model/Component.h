@@ -37,7 +37,7 @@ class Component final : public GroupObject<Component, IPCB_Component2> {
   // An edit of the text: next to the component's box, a stroke's width away, where the position says as seen
   // from the top, and upright: readable from below or from the right. False, and no edit, for eAutoPos_Manual
   // or a null text.
-  bool PlaceText(Text* text, TTextAutoposition position);
+  bool PutText(Text* text, TTextAutoposition position);
   // Puts the designator and the comment onto the component's side. Other members may well be on the other
   // one.
   void CleanSide();
@@ -56,9 +56,9 @@ class Component final : public GroupObject<Component, IPCB_Component2> {
                        Rotate({x, y}, degrees);
                      }))
   KETRIL_HOST_METHOD(IPCB_Component2, PlaceNameAutoposition, (TTextAutoposition position, bool& placed),
-                     void(placed = PlaceText(NameText(), position)))
+                     void(placed = PutText(NameText(), position)))
   KETRIL_HOST_METHOD(IPCB_Component2, PlaceCommentAutoposition, (TTextAutoposition position, bool& placed),
-                     void(placed = PlaceText(CommentText(), position)))
+                     void(placed = PutText(CommentText(), position)))
   KETRIL_HOST_METHOD(IPCB_Component2, FlipComponent, (), WriteWithMembers([&] { Flip(); }))
 
  private:

@@ -6,12 +6,22 @@
 
 namespace Ketril::Editor {
 
+namespace {
+
+// On the board, a member of what is, or the board itself.
+bool IsPart(const Primitive& primitive, const Board& board) {
+  if (&primitive == &board || (primitive.on_board && primitive.board == &board)) return true;
+  return primitive.Owner() && IsPart(*primitive.Owner(), board);
+}
+
+}  // namespace
+
 struct Journal::Record {
   Ref<Primitive> object;
-  bool was_on_board;  // true for the board itself
+  bool was_on_board;
   std::uint64_t order;
   Ref<Group> owner;
-  std::unique_ptr<Snapshot> before;  // null for what was not on the board
+  std::unique_ptr<Snapshot> before;  // null for what was no part of the board
 };
 
 // Objects that are on the board are held by it or, once they left, by their record.
@@ -36,21 +46,25 @@ void Journal::End() {
 }
 
 void Journal::RecordBefore(Primitive& primitive) {
-  if (recording_ && primitive.journal_mark != mark_ && (primitive.on_board || &primitive == &board_)) {
-    RecordPlace(primitive);
+  if (!recording_) return;
+  for (Group* owner = primitive.Owner(); owner; owner = owner->Owner()) {
+    if (!owner->file_changed) changed_in_file_.emplace_back(owner);
   }
+  if (primitive.journal_mark != mark_ && IsPart(primitive, board_)) RecordPlace(primitive);
 }
 
 void Journal::RecordPlace(Primitive& primitive) {
   if (!recording_ || primitive.journal_mark == mark_) return;
-  const bool was_there = primitive.on_board || &primitive == &board_;
-  records_.push_back({&primitive, was_there, primitive.order, primitive.Owner(),
-                      was_there ? primitive.Save() : nullptr});
+  const bool was_part = IsPart(primitive, board_);
+  records_.push_back({&primitive, primitive.on_board || &primitive == &board_, primitive.order,
+                      primitive.Owner(), was_part ? primitive.Save() : nullptr});
   primitive.journal_mark = mark_;
-  if (!was_there) return;
+  if (!was_part) return;
   RecordNetOrder(primitive.GetNet());
-  for (Group* owner = primitive.Owner(); owner; owner = owner->Owner()) {
-    if (!owner->file_changed) changed_in_file_.emplace_back(owner);
+  // Members that are off the board stop being a part with their group.
+  const std::vector<Ref<Primitive>>* members = primitive.MemberList();
+  for (std::size_t i = 0; members && i < members->size(); ++i) {
+    if (!(*members)[i]->on_board) RecordPlace(*(*members)[i]);
   }
 }
 
@@ -95,7 +109,7 @@ void Journal::Undo() {
 void Journal::RestoreOwners() {
   for (const Record& record : records_) {
     Primitive& object = *record.object;
-    if (!record.was_on_board || object.Owner() == record.owner.Get()) continue;
+    if (!record.before || object.Owner() == record.owner.Get()) continue;
     if (Group* owner = object.Owner()) owner->RemoveMember(&object);
     if (record.owner) record.owner->NoteOwned(&object);
   }

@@ -34,8 +34,8 @@ class Journal {
   // The board as it was at Begin. Ends the command, and forgets it.
   void Undo();
 
-  // Before any change of an object. Cheap after the first time. Passes over what is not on the board: that is
-  // not part of it yet, or was recorded when it left.
+  // Before any change of an object. Cheap after the first time. Passes over what is no part of the board, not
+  // even as a member: it has not come yet, or was recorded when it left.
   void RecordBefore(Primitive& primitive);
   // Before an object comes onto the board or goes.
   void RecordPlace(Primitive& primitive);

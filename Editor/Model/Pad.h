@@ -19,7 +19,9 @@ struct PadLayer {
   TCoordPoint offset;                // of the copper from the hole
   double corner_ratio = 0;           // of a rounded rectangle: radius over the smaller side, 0 to 0.5
   double chamfer_ratio = 0;          // of a chamfered corner: side of the cut over the smaller side
-  TCoordPoint trapezoid;             // of a trapezoid: how much the sides differ in x and in y
+  // Of a trapezoid: its right side is longer than `y_size` by x and the left one shorter, its bottom is
+  // longer than `x_size` by y and the top shorter.
+  TCoordPoint trapezoid;
   // Of a custom shape: filled polygons about the pad's centre, united with the anchor of the shape above.
   std::vector<std::vector<TCoordPoint>> custom;
   friend bool operator==(const PadLayer&, const PadLayer&) = default;

@@ -98,7 +98,10 @@ void Primitive::LeaveBoard() {
 }
 
 void Primitive::Record() {
-  if (board && board->journal.IsRecording()) board->journal.RecordBefore(*this);
+  // A member may be off the board of its group.
+  const Primitive* part = this;
+  while (!part->board && part->owner_) part = part->owner_;
+  if (part->board && part->board->journal.IsRecording()) part->board->journal.RecordBefore(*this);
 }
 
 void Primitive::BeforeWrite() {
@@ -139,9 +142,8 @@ void Primitive::ChangeLayer(TV7_Layer layer) {
 }
 
 Primitive::Saved Primitive::SaveCore() const {
-  Saved saved{state, Ref<Primitive>(net_.Get()), file_changed, {}, {}};
-  if (rare_ && !rare_->unique_id.empty()) saved.unique_id = rare_->unique_id;
-  if (rare_) saved.mask = rare_->mask;
+  Saved saved{state, Ref<Primitive>(net_.Get()), file_changed, nullptr};
+  if (rare_) saved.rare = std::make_unique<SavedRare>(SavedRare{rare_->unique_id, rare_->mask});
   return saved;
 }
 
@@ -152,8 +154,8 @@ void Primitive::RestoreCore(const Saved& saved) {
   SetNet(As<Net>(saved.net.Get()));
   file_changed = saved.file_changed;
   // An identifier that was made since then stays: it was given out.
-  if (saved.unique_id) SetUniqueId(*saved.unique_id);
-  if (rare_) rare_->mask = saved.mask.value_or(MaskData{});
+  if (saved.rare && !saved.rare->unique_id.empty()) SetUniqueId(saved.rare->unique_id);
+  if (rare_) rare_->mask = saved.rare ? saved.rare->mask : MaskData{};
 }
 
 void Primitive::CopyCoreFrom(const Primitive& other) {

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -110,6 +109,11 @@ class Primitive : public IInterface {
   // join or leave the list of the object's net. An object that is off the board keeps its net, unlisted.
   void EnterBoard(Board& board);
   void LeaveBoard();
+  // Called by a board that dies, on what may outlive it.
+  void LoseBoard() {
+    board = nullptr;
+    on_board = false;
+  }
 
   // Called around every change. `BeforeWrite` saves the state for the board's journal once a command and
   // marks the object and its owners as changed; `AfterWrite` tells the spatial index about them.
@@ -154,13 +158,16 @@ class Primitive : public IInterface {
  protected:
   ~Primitive();
 
+  struct SavedRare {
+    std::u16string unique_id;
+    MaskData mask;
+  };
   // The core's part of a snapshot. Restoring leaves the scratch flags as they are.
   struct Saved {
     PrimitiveState state;
     Ref<Primitive> net;  // a Net, which is not known here
     bool file_changed = false;
-    std::optional<std::u16string> unique_id;
-    std::optional<MaskData> mask;
+    std::unique_ptr<SavedRare> rare;  // null when there was none
   };
   Saved SaveCore() const;
   void RestoreCore(const Saved& saved);

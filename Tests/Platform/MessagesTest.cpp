@@ -11,20 +11,10 @@ namespace {
 
 constexpr std::uint32_t kPaint = 0x000F;
 
-std::vector<std::uint64_t> TakeAll(std::uint32_t first = 0, std::uint32_t last = 0) {
+std::vector<std::uint64_t> TakeAll() {
   std::vector<std::uint64_t> taken;
-  while (const auto message = PeekMessage(first, last)) taken.push_back(message->WParam);
+  while (const auto message = PeekMessage()) taken.push_back(message->WParam);
   return taken;
-}
-
-TEST(Messages, PeekTakesTheFirstOfARangeAndLeavesTheRestInOrder) {
-  PostMessage({.Kind = kPaint, .WParam = 1});
-  PostMessage({.Kind = WM_KEYDOWN, .WParam = 2});
-  PostMessage({.Kind = WM_SYSKEYDOWN, .WParam = 3});
-  PostMessage({.Kind = WM_KEYDOWN, .WParam = 4});
-  EXPECT_EQ(TakeAll(WM_KEYDOWN, WM_KEYDOWN), (std::vector<std::uint64_t>{2, 4}));
-  EXPECT_EQ(TakeAll(WM_KEYUP, WM_SYSKEYDOWN), (std::vector<std::uint64_t>{3}));
-  EXPECT_EQ(TakeAll(), (std::vector<std::uint64_t>{1}));
 }
 
 TEST(Messages, AnEscapeOfASignalHandlerComesBehindWhatWaitsAndOnce) {

@@ -99,11 +99,22 @@ TEST(BoardIterator, Filters) {
     std::vector<TObjectId> expected;
   };
   for (const Row& row : {
-           Row{"all", TObjectSet::All(), {}, eProcessAll,
+           Row{"all",
+               TObjectSet::All(),
+               {},
+               eProcessAll,
                {eComponentObject, ePadObject, eTrackObject, eTrackObject, eViaObject}},
-           Row{"kinds in order of coming", {eViaObject, ePadObject}, {}, eProcessAll, {ePadObject, eViaObject}},
+           Row{"kinds in order of coming",
+               {eViaObject, ePadObject},
+               {},
+               eProcessAll,
+               {ePadObject, eViaObject}},
            Row{"a layer is literal", lines, {eV6_TopLayer}, eProcessAll, {eTrackObject}},
-           Row{"multilayer named", lines, {eV6_TopLayer, eV6_MultiLayer}, eProcessAll, {eTrackObject, eViaObject}},
+           Row{"multilayer named",
+               lines,
+               {eV6_TopLayer, eV6_MultiLayer},
+               eProcessAll,
+               {eTrackObject, eViaObject}},
            Row{"free", {ePadObject, eViaObject}, {}, eProcessFree, {eViaObject}},
            Row{"of components", TObjectSet::All(), {}, eProcessComponent, {ePadObject}},
        }) {

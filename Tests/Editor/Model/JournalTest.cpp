@@ -10,14 +10,19 @@ namespace Ketril::Editor {
 namespace {
 
 void Tell(std::ostream& out, const Primitive& object) {
-  const TCoordRect box = object.Bounds();
+  // A net also lists objects that are not on the board.
+  const TCoordRect box = object.kind == eNetObject ? TCoordRect{} : object.Bounds();
   out << &object << " layer " << object.state.layer.ID << " flags " << object.state.flags << " union "
-      << object.state.union_index << " box " << box.x1 << ',' << box.y1 << ',' << box.x2 << ',' << box.y2 << " net "
-      << object.GetNet() << " owner " << object.Owner() << " changed " << object.file_changed;
+      << object.state.union_index << " box " << box.x1 << ',' << box.y1 << ',' << box.x2 << ',' << box.y2
+      << " net " << object.GetNet() << " owner " << object.Owner() << " changed " << object.file_changed;
   if (const auto* members = object.MemberList()) {
     for (const Ref<Primitive>& member : *members) out << " m" << member.Get();
   }
-  if (const Net* net = As<Net>(&object)) net->ForEach([&](Primitive& listed) { out << " n" << &listed; });
+  if (const Net* net = As<Net>(&object)) {
+    net->ForEach([&](const Primitive& listed) {
+      if (listed.on_board) out << " n" << &listed;
+    });
+  }
   out << '\n';
 }
 
@@ -26,7 +31,8 @@ std::string Told(Board& board) {
   std::ostringstream out;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) { Tell(out, object); });
   for (const Primitive* found : board.index.Find({0, 0, 1000000, 1000000})) out << found << ' ';
-  out << board.setup.origin.x << ' ' << board.setup.grid_y << ' ' << board.document_changed << board.file_changed;
+  out << board.setup.origin.x << ' ' << board.setup.grid_y << ' ' << board.document_changed
+      << board.file_changed;
   for (const BoardLayer& layer : board.layers) out << ' ' << layer.user_name.size();
   return out.str();
 }
@@ -47,18 +53,44 @@ class RandomEdits {
     Ref<IPCB_LayerStack> stack;
     Ref<IPCB_LayerObject> layer;
     switch (random_.Below(13)) {
-      case 0: board_.RegisterWithPrimaryWarehouse(place.AsInterface()); break;
-      case 1: board_.CancelPrimaryWarehouseRegistration(place.AsInterface()); break;
-      case 2: place.AsInterface()->MoveByXY(random_.Below(999), -5); break;
-      case 3: object.AsInterface()->SetState_Net(random_.Below(4) ? random_.Of(nets_).Get() : nullptr); break;
-      case 4: random_.Of(groups_)->RegisterWithGroupWarehouse(object.AsInterface()); break;
-      case 5: if (random_.Below(5) == 0) random_.Of(groups_)->CancelAllPrimitiveRegistrations(); break;
-      case 6: random_.Of(groups_)->CancelAllPrimitivePrimaryWarehouseRegistrations(); break;
-      case 7: object.AsInterface()->SetState_UnionIndex(random_.Below(9)); break;
-      case 8: object.AsInterface()->SetState_Layer(random_.Below(2) ? eV6_TopLayer : eV6_BottomLayer); break;
-      case 9: Make(); board_.RegisterWithPrimaryWarehouse(objects_.back()->AsInterface()); break;
-      case 10: board_.SetState_OriginX(random_.Below(99)); board_.SetState_ComponentGridSize(3); break;
-      case 11: object.AsInterface()->SetState_Component(random_.Of(groups_).Get()); break;
+      case 0:
+        board_.RegisterWithPrimaryWarehouse(place.AsInterface());
+        break;
+      case 1:
+        board_.CancelPrimaryWarehouseRegistration(place.AsInterface());
+        break;
+      case 2:
+        place.AsInterface()->MoveByXY(random_.Below(999), -5);
+        break;
+      case 3:
+        object.AsInterface()->SetState_Net(random_.Below(4) ? random_.Of(nets_).Get() : nullptr);
+        break;
+      case 4:
+        random_.Of(groups_)->RegisterWithGroupWarehouse(object.AsInterface());
+        break;
+      case 5:
+        if (random_.Below(5) == 0) random_.Of(groups_)->CancelAllPrimitiveRegistrations();
+        break;
+      case 6:
+        random_.Of(groups_)->CancelAllPrimitivePrimaryWarehouseRegistrations();
+        break;
+      case 7:
+        object.AsInterface()->SetState_UnionIndex(random_.Below(9));
+        break;
+      case 8:
+        object.AsInterface()->SetState_Layer(random_.Below(2) ? eV6_TopLayer : eV6_BottomLayer);
+        break;
+      case 9:
+        Make();
+        board_.RegisterWithPrimaryWarehouse(objects_.back()->AsInterface());
+        break;
+      case 10:
+        board_.SetState_OriginX(random_.Below(99));
+        board_.SetState_ComponentGridSize(3);
+        break;
+      case 11:
+        object.AsInterface()->SetState_Component(random_.Of(groups_).Get());
+        break;
       default:
         board_.GetState_LayerStack(stack);
         if (!Failed(stack->GetState_LayerAt(0, layer))) layer->SetState_Name(u"Renamed");

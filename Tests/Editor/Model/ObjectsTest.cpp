@@ -48,11 +48,11 @@ TEST(Net, AWalkSurvivesLeavingJoiningAndDying) {
   net->ForEach([&](Primitive& track) {
     ++seen;
     track.SetNet(nullptr);
-    track.SetNet(net.Get());                                               // behind the end of this walk
-    tracks[tracks.size() - 1 - static_cast<std::size_t>(seen)] = nullptr;  // some of these are still to come
+    track.SetNet(net.Get());                                           // behind the end of this walk
+    tracks[tracks.size() - static_cast<std::size_t>(seen)] = nullptr;  // one that is still to come
   });
   EXPECT_EQ(seen, 100);
-  EXPECT_EQ(net->Count(), 1u);
+  EXPECT_EQ(net->Count(), 100u);
 }
 
 TEST(Group, AnObjectIsInOneGroupAtMostAndInNoneThatDied) {

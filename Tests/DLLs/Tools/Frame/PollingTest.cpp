@@ -15,12 +15,6 @@ namespace {
 using namespace Platform;
 
 constexpr std::uint32_t kPaint = 0x000F;
-using Keys = std::vector<std::uint64_t>;
-
-struct Post {
-  std::uint32_t kind;
-  std::uint64_t key;
-};
 
 // A window that notes what reaches it, and a user who gives the same answer to every question.
 class Polling : public testing::Test {
@@ -38,120 +32,52 @@ class Polling : public testing::Test {
     DestroyWindow(window_);
     SetDialogProvider(nullptr);
     ToolAborted = false;
-    while (PeekMessage()) {
+  }
+
+  // A letter a message: p paint, A to D keys, e and E ESC, u the release of ESC; capitals B and E with Alt.
+  void Post(const std::string& letters) {
+    for (const char c : letters) {
+      const bool alt = c == 'B' || c == 'E';
+      const std::uint32_t kind = c == 'p' ? kPaint : c == 'u' ? WM_KEYUP : alt ? WM_SYSKEYDOWN : WM_KEYDOWN;
+      const bool escape = c == 'e' || c == 'E' || c == 'u';
+      PostMessage({.Window = window_, .Kind = kind, .WParam = escape ? +VK_ESCAPE : 'A', .LParam = c});
     }
   }
-
-  void PostAll(const std::vector<Post>& posts) {
-    for (const Post& post : posts) PostMessage({.Window = window_, .Kind = post.kind, .WParam = post.key});
-  }
-  static int Left() {
-    int left = 0;
-    while (PeekMessage()) ++left;
-    return left;
+  static std::string TakeTheRest() {
+    std::string rest;
+    while (const auto message = PeekMessage()) rest += static_cast<char>(message->LParam);
+    return rest;
   }
 
-  Keys delivered_;
+  std::string delivered_;
   int questions_ = 0;
   TDialogAnswer answer_ = TDialogAnswer::No;
-  std::uintptr_t window_ = CreateWindow([this](const TMessage& m) { delivered_.push_back(m.WParam); });
+  std::uintptr_t window_ = CreateWindow([this](const TMessage& m) { delivered_ += char(m.LParam); });
 };
 
 TEST_F(Polling, TakesDropsDeliversAndAsks) {
-  constexpr std::uint64_t kEsc = VK_ESCAPE;
+  using enum TDialogAnswer;
   const struct {
     const char* name;
     bool narrow;
-    std::vector<Post> posts;
+    const char* posted;
     TDialogAnswer answer;
-    bool aborted_before;
-    // What is expected.
-    Keys delivered;
+    const char* delivered;
     int questions;
-    bool aborted_after;
-    int left, beeps;
+    const char* left;
+    bool aborted_before = false;
   } rows[] = {
-      {"keys are dropped",
-       false,
-       {{WM_KEYDOWN, 'A'}, {WM_SYSKEYDOWN, 'B'}},
-       TDialogAnswer::No,
-       false,
-       {},
-       0,
-       false,
-       0,
-       0},
-      {"all else is delivered, also a key's release",
-       false,
-       {{kPaint, 1}, {WM_KEYUP, kEsc}, {kPaint, 2}},
-       TDialogAnswer::No,
-       false,
-       {1, kEsc, 2},
-       0,
-       false,
-       0,
-       0},
-      {"No: the key reaches its window, and the poll goes on",
-       false,
-       {{kPaint, 1}, {WM_KEYDOWN, kEsc}, {kPaint, 2}},
-       TDialogAnswer::No,
-       false,
-       {1, kEsc, 2},
-       1,
-       false,
-       0,
-       0},
-      {"no answer is a No",
-       false,
-       {{WM_KEYDOWN, kEsc}},
-       TDialogAnswer::Cancelled,
-       false,
-       {kEsc},
-       1,
-       false,
-       0,
-       0},
-      {"Yes: not asked again, nothing more is touched",
-       false,
-       {{WM_SYSKEYDOWN, kEsc}, {WM_KEYDOWN, kEsc}, {kPaint, 1}},
-       TDialogAnswer::Yes,
-       false,
-       {},
-       1,
-       true,
-       2,
-       0},
-      {"aborted before: nothing is touched",
-       false,
-       {{WM_KEYDOWN, kEsc}, {kPaint, 1}},
-       TDialogAnswer::Yes,
-       true,
-       {},
-       0,
-       true,
-       2,
-       0},
-      {"narrow: plain keys first, each delivered with a beep, the rest stays",
-       true,
-       {{kPaint, 1}, {WM_SYSKEYDOWN, 'A'}, {WM_KEYDOWN, 'B'}},
-       TDialogAnswer::No,
-       false,
-       {'B', 'A'},
-       0,
-       false,
-       1,
-       2},
-      {"narrow: No", true, {{WM_KEYDOWN, kEsc}}, TDialogAnswer::No, false, {}, 1, false, 0, 0},
-      {"narrow: Yes",
-       true,
-       {{WM_KEYDOWN, kEsc}, {WM_KEYDOWN, 'A'}},
-       TDialogAnswer::Yes,
-       false,
-       {},
-       1,
-       true,
-       1,
-       0},
+      {"keys are dropped", false, "AB", No, "", 0, ""},
+      {"all else is delivered, also a key's release", false, "pup", No, "pup", 0, ""},
+      {"No: the key reaches its window, the poll goes on", false, "pep", No, "pep", 1, ""},
+      {"no answer is a No", false, "E", Cancelled, "E", 1, ""},
+      {"Yes: not asked again, nothing more is touched", false, "Eep", Yes, "", 1, "ep"},
+      {"aborted before: nothing is touched", false, "ep", Yes, "", 0, "ep", true},
+      {"narrow: plain keys first, the rest stays", true, "pBC", No, "CB", 0, "p"},
+      {"narrow: No", true, "eA", No, "A", 1, ""},
+      {"narrow: Yes", true, "EA", Yes, "A", 1, ""},
+      {"narrow: Yes, nothing more is touched", true, "eA", Yes, "", 1, "A"},
+      {"narrow: aborted before", true, "e", Yes, "", 0, "e", true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -160,7 +86,7 @@ TEST_F(Polling, TakesDropsDeliversAndAsks) {
     answer_ = row.answer;
     ToolAborted = row.aborted_before;
     const std::int64_t beeps_before = BeepCount();
-    PostAll(row.posts);
+    Post(row.posted);
     if (row.narrow) {
       CheckShoveAbort();
     } else {
@@ -168,9 +94,9 @@ TEST_F(Polling, TakesDropsDeliversAndAsks) {
     }
     EXPECT_EQ(delivered_, row.delivered);
     EXPECT_EQ(questions_, row.questions);
-    EXPECT_EQ(ToolAborted, row.aborted_after);
-    EXPECT_EQ(Left(), row.left);
-    EXPECT_EQ(BeepCount() - beeps_before, row.beeps);
+    EXPECT_EQ(ToolAborted, row.answer == Yes);
+    EXPECT_EQ(TakeTheRest(), row.left);
+    EXPECT_EQ(BeepCount() - beeps_before, row.narrow ? delivered_.size() : 0);
   }
 }
 
@@ -184,13 +110,13 @@ TEST_F(Polling, AnExportCalledFromADeliveredMessageSharesTheScopeAndMayAbort) {
       CreateWindow([&](const TMessage&) { RunTool<kStandard>(nested_tool, nullptr); });
   const auto tool = [&](TBoard* board) {
     PostMessage({.Window = window, .Kind = kPaint});
-    PostMessage({.Window = window, .Kind = kPaint});
+    Post("p");
     EXPECT_FALSE(CheckAbort(ToolAborted));
     EXPECT_EQ(ObjectScopeDepth, 1);
     EXPECT_EQ(*PrimitiveRegistry, (std::vector<TPrimitive*>{board, nested_boards.at(0)}));
   };
   RunTool<kStandard>(tool, nullptr);
-  EXPECT_EQ(Left(), 1);
+  EXPECT_EQ(TakeTheRest(), "p");
   EXPECT_EQ(ObjectScopeDepth, 0);
   DestroyWindow(window);
 }

@@ -17,6 +17,10 @@ namespace {
 using Editor::HostGate;
 using Editor::MakeHost;
 
+const std::type_info& ClassOf(const TPrimitive* wrapper) {
+  return typeid(*wrapper);
+}
+
 // A board with two nets and, on the first of them, two tracks; a third track has no net.
 class Wrappers : public testing::Test {
  protected:
@@ -130,7 +134,7 @@ TEST_F(Wrappers, OwnersAreReadAnewAndTakenByKind) {
   EXPECT_EQ(track->vComponent(), nullptr);
   track->SetVComponent(TComp::Create(component));
   TGroup* owner = track->vComponent();
-  EXPECT_EQ(typeid(*owner), typeid(TComp));
+  EXPECT_EQ(ClassOf(owner), typeid(TComp));
   EXPECT_NE(owner, track->vComponent());
   EXPECT_EQ(track->vPolygon(), nullptr);
   track->SetVComponent(nullptr);
@@ -159,7 +163,7 @@ TEST_F(Wrappers, TextsOfAComponent) {
   EXPECT_EQ(seen, std::vector{eTrackObject});
 
   EXPECT_EQ(wrapper->Container()->Count(), 2);
-  EXPECT_EQ(typeid(*wrapper->Container()->At(1)), typeid(TPrimitive));
+  EXPECT_EQ(ClassOf(wrapper->Container()->At(1)), typeid(TPrimitive));
   EXPECT_EQ(wrapper->Container()->At(2), nullptr);
 }
 
@@ -167,13 +171,14 @@ TEST_F(Wrappers, AReplicaHasTheClassThatTheCallSees) {
   TTrack* track = TTrack::Create(track_1);
   TPrimitive* plain = track;
   TPrimitive* rule = TRule::Create(Loaded<Editor::Rule>());
-  EXPECT_EQ(typeid(*track->Replicate(eFullCopy)), typeid(TTrack));
+  EXPECT_EQ(ClassOf(track->Replicate(eFullCopy)), typeid(TTrack));
   TPrimitive* replica = plain->Replicate(eFullCopy);
-  EXPECT_EQ(typeid(*replica), typeid(TPrimitive));
+  EXPECT_EQ(ClassOf(replica), typeid(TPrimitive));
   EXPECT_EQ(replica->ObjectID(), eTrackObject);
   EXPECT_FALSE(SamePrimitive(replica, plain));
   EXPECT_EQ(replica->OwnerBoard()->IPrimitive(), nullptr);
-  EXPECT_EQ(typeid(*CheckedCast<TRule>(rule)->Replicate(eFullCopy)), typeid(TRule));
+  EXPECT_EQ(ClassOf(CheckedCast<TRule>(rule)->Replicate(eFullCopy)), typeid(TRule));
+  EXPECT_FALSE(rule->IsRoom() || plain->IsRoom());
 }
 
 TEST_F(Wrappers, ANewObjectIsOfTheKindOfItsClassAndIsWrappedByWhatItOffers) {
@@ -205,7 +210,7 @@ TEST_F(Wrappers, ANewObjectIsOfTheKindOfItsClassAndIsWrappedByWhatItOffers) {
   for (const auto& row : rows) {
     EXPECT_EQ(row.made->ObjectID(), row.kind) << typeid(*row.made).name();
     TPrimitive* wrapper = CreatePrimitiveWrapper(row.made->IPrimitive());
-    EXPECT_EQ(typeid(*wrapper), row.wrapped_as) << typeid(*row.made).name();
+    EXPECT_EQ(ClassOf(wrapper), row.wrapped_as) << typeid(*row.made).name();
   }
   EXPECT_EQ(TFill::Create()->IPrimitive(), nullptr);
   EXPECT_EQ(CreatePrimitiveWrapper(nullptr), nullptr);
@@ -242,6 +247,21 @@ TEST_F(Wrappers, EachPropertyReachesItsOwnValue) {
   pad->SetYPadOffset(eV6_TopLayer, 12);
   EXPECT_EQ(pad->XPadOffset(eV6_TopLayer), 11);
   EXPECT_EQ(pad->YPadOffset(eV6_TopLayer), 12);
+}
+
+TEST_F(Wrappers, RemovedPadsAreThoseOfNow) {
+  board->layers.resize(2);
+  board->layers[0].id = eV6_TopLayer;
+  board->layers[1].id = eV6_BottomLayer;
+  const auto host_pad = Loaded<Editor::Pad>();
+  TPad* pad = TPad::Create(host_pad);
+  host_pad->data.removed = {eV6_BottomLayer};
+  EXPECT_EQ(pad->RemovedPads().Keys(), (std::vector<TV7_Layer>{eV6_TopLayer, eV6_BottomLayer}));
+  EXPECT_FALSE(pad->RemovedPads().Data(eV6_TopLayer));
+  EXPECT_TRUE(pad->RemovedPads().Data(eV6_BottomLayer));
+  host_pad->data.removed.clear();
+  EXPECT_FALSE(pad->RemovedPads().Data(eV6_BottomLayer));
+  EXPECT_TRUE(TVia::Create()->RemovedPads().Keys().empty());
 }
 
 TEST_F(Wrappers, AWrapperOfNothingOrOfAnotherKindRaises) {
@@ -309,6 +329,7 @@ TEST_F(Wrappers, TheStateSetAsideComesBack) {
   track->SetNet(nullptr);
   EXPECT_TRUE(track->PopState());
   EXPECT_EQ(track_1->data, (Editor::TrackData{{1, 2}, {3, 4}, 5}));
+  EXPECT_EQ(track_1->GetNet(), net_a.Get());
   EXPECT_FALSE(track->PopState());
 }
 

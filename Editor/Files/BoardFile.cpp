@@ -1,0 +1,142 @@
+#include "Editor/Files/BoardFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "Editor/Files/BoardPass.h"
+#include "Editor/Files/CompanionFiles.h"
+#include "Platform/TempFiles.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Editor {
+
+namespace {
+
+// The layers of a board that names none.
+void AddCustomaryLayers(Board& board) {
+  constexpr TV6_Layer kLayers[] = {eV6_TopLayer,   eV6_BottomLayer,   eV6_TopPaste,  eV6_BottomPaste,
+                                   eV6_TopOverlay, eV6_BottomOverlay, eV6_TopSolder, eV6_BottomSolder};
+  const bool new_numbers = FileVersion(board.file.version).HasNewLayerNumbers();
+  const auto add = [&](TV7_Layer layer) {
+    board.layers.push_back({layer,
+                            NumberOfLayer(layer, new_numbers),
+                            NameOfLayer(layer),
+                            {},
+                            IsSignalLayer(layer) ? "signal" : "user"});
+  };
+  for (const TV6_Layer layer : kLayers) add(layer);
+  for (const char* name : {"Cmts.User", "Edge.Cuts", "F.CrtYd", "B.CrtYd", "F.Fab", "B.Fab"}) {
+    add(LayerOfName(name));
+  }
+}
+
+// The text of a board that has nothing on it.
+std::string EmptyBoardText(Board& board) {
+  if (board.layers.empty()) AddCustomaryLayers(board);
+  const FileWords words(board);
+  std::string layers = "(layers";
+  for (const BoardLayer& layer : board.layers) {
+    layers += " (" + std::to_string(layer.file_number) + " " + words.Name(layer.file_name) + " " + layer.kind;
+    if (words.version.QuotesAll() && !layer.user_name.empty()) layers += " " + words.Text(layer.user_name);
+    layers += ")";
+  }
+  const std::string origin = words.Place(board.setup.origin, {});
+  const TCoord thickness = board.setup.thickness > 0 ? board.setup.thickness : ToUnits(1600000);
+  const std::string parts[] = {std::string(words.version.QuotesAll() ? "(generator" : "(host") +
+                                   (words.version.IsTabbed()    ? " \"ketril\")"
+                                    : words.version.QuotesAll() ? " ketril)"
+                                                                : " ketril 1)"),
+                               "(general (thickness " + FileWords::Length(thickness) + "))",
+                               words.version.QuotesAll() ? "(paper \"A4\")" : "(page A4)",
+                               layers + ")",
+                               "(setup (pad_to_mask_clearance " +
+                                   FileWords::Length(board.setup.solder_mask_margin) + ") (aux_axis_origin " +
+                                   origin + "))",
+                               "(net 0 \"\")"};
+  const std::string line = words.version.IsTabbed() ? "\n\t" : "\n  ";
+  std::string text = "(kicad_pcb (version " + std::to_string(board.file.version) + ")";
+  for (const std::string& part : parts) text += line + words.LayOut(part, line);
+  return text + "\n)\n";
+}
+
+[[noreturn]] void FailReading(const std::string& file, const std::string& reason) {
+  throw FileError(file, 0, 0, "the file cannot be read: " + reason, "");
+}
+
+std::string ReadText(const std::filesystem::path& path) {
+  const std::string name = path.string();
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) FailReading(name, "it is a folder");
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"), &std::fclose);
+  if (!file) FailReading(name, std::strerror(errno));
+  std::string text;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  if (!error) text.reserve(size + 1);
+  char block[1 << 16];
+  while (const std::size_t count = std::fread(block, 1, sizeof block, file.get())) text.append(block, count);
+  if (std::ferror(file.get())) FailReading(name, std::strerror(errno));
+  return text;
+}
+
+}  // namespace
+
+Ref<Board> ReadBoardText(std::string text, const std::string& path, FileWarnings* warnings) {
+  Ref<Board> board = MakeHost<Board>();
+  board->file.text = std::move(text);
+  board->file.path = path;
+  FileWarnings unheard;
+  BoardPass::Read(*board, warnings ? *warnings : unheard);
+  return board;
+}
+
+Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) {
+  FileWarnings unheard;
+  FileWarnings& heard = warnings ? *warnings : unheard;
+  Ref<Board> board = ReadBoardText(ReadText(path), path.string(), &heard);
+  const auto read = [&](const std::filesystem::path& companion, auto&& reader) {
+    std::error_code error;
+    if (!std::filesystem::exists(companion, error)) return;
+    try {
+      reader(*board, ReadText(companion));
+    } catch (const std::exception& failure) {
+      heard.push_back(companion.string() + ": it is passed over: " + failure.what());
+    }
+  };
+  if (FileVersion(board->file.version).QuotesAll()) read(ProjectPath(path), ReadNetClasses);
+  read(ExtrasPath(path), ReadExtras);
+  return board;
+}
+
+std::string WriteBoardText(Board& board) {
+  if (board.file.text.empty()) board.file.text = EmptyBoardText(board);
+  return BoardPass::Rewrite(board);
+}
+
+void SaveBoard(Board& board, const std::filesystem::path& path) {
+  const std::string text = WriteBoardText(board);
+  const std::string extras = ExtrasText(board);
+  const std::filesystem::path extras_path = ExtrasPath(path);
+  try {
+    Platform::TReplacementFile file(path);
+    file.Write(text);
+    if (extras.empty()) {
+      file.Commit();
+      std::error_code error;
+      std::filesystem::remove(extras_path, error);
+    } else {
+      // Marks of objects that the old board does not have mean nothing to it: they may come first.
+      Platform::TReplacementFile extras_file(extras_path);
+      extras_file.Write(extras);
+      extras_file.Commit();
+      file.Commit();
+    }
+  } catch (const std::filesystem::filesystem_error& error) {
+    throw FileError(error.path1().string(), 0, 0, "the board cannot be saved: " + error.code().message(), "");
+  }
+  board.file.path = path.string();
+  board.document_changed = false;
+}
+
+}  // namespace Ketril::Editor

@@ -1,0 +1,120 @@
+#include "Editor/Files/CompanionFiles.h"
+
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string_view>
+#include <unordered_map>
+
+#include "Editor/Files/FileStyle.h"
+#include "Editor/Files/Units.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Editor {
+
+namespace {
+
+using Json = nlohmann::json;
+
+std::filesystem::path Beside(std::filesystem::path board, const char* extension) {
+  return board.replace_extension(extension);
+}
+
+TCoord LengthIn(const Json& object, const char* name) {
+  const auto found = object.find(name);
+  if (found == object.end() || !found->is_number()) return 0;
+  const double nm = found->get<double>() * 1e6;
+  return std::abs(nm) <= kMaxNanometres ? ToUnits(std::llround(nm)) : 0;
+}
+
+std::u16string TextOf(const Json& value) {
+  return Platform::ToUtf16(value.get<std::string>());
+}
+
+// The list or object of that name; an empty one when there is none, or null.
+const Json& PartOf(const Json& object, const char* name) {
+  static const Json kNone = Json::array();
+  const auto found = object.find(name);
+  return found == object.end() || found->is_null() ? kNone : *found;
+}
+
+}  // namespace
+
+std::filesystem::path ProjectPath(const std::filesystem::path& board) {
+  return Beside(board, ".kicad_pro");
+}
+
+std::filesystem::path ExtrasPath(const std::filesystem::path& board) {
+  return Beside(board, ".ketril.json");
+}
+
+void ReadNetClasses(Board& board, const std::string& text) {
+  const Json project = Json::parse(text);
+  const Json& settings = PartOf(project, "net_settings");
+  std::vector<Ref<ObjectClass>> classes;
+  const auto class_named = [&](const std::u16string& name) -> ObjectClass* {
+    for (const Ref<ObjectClass>& known : classes) {
+      if (known->data.name == name) return known.Get();
+    }
+    return nullptr;
+  };
+  for (const Json& entry : PartOf(settings, "classes")) {
+    const Ref<ObjectClass> net_class = MakeHost<ObjectClass>();
+    ObjectClassData& data = net_class->data;
+    data.name = TextOf(entry.at("name"));
+    data.sizes = {LengthIn(entry, "clearance"), LengthIn(entry, "track_width"),
+                  LengthIn(entry, "via_diameter"), LengthIn(entry, "via_drill")};
+    for (const Json& net : PartOf(entry, "nets")) data.members.push_back(TextOf(net));
+    classes.push_back(net_class);
+  }
+  for (const Json& entry : PartOf(settings, "netclass_patterns")) {
+    ObjectClass* const net_class = class_named(TextOf(entry.at("netclass")));
+    if (net_class) net_class->data.patterns.push_back(TextOf(entry.at("pattern")));
+  }
+  for (const auto& [net, names] : PartOf(settings, "netclass_assignments").items()) {
+    for (const Json& name : names.is_array() ? names : Json::array({names})) {
+      ObjectClass* const net_class = name.is_string() ? class_named(TextOf(name)) : nullptr;
+      if (net_class) net_class->data.members.push_back(Platform::ToUtf16(net));
+    }
+  }
+  for (const Ref<ObjectClass>& net_class : classes) board.Load(net_class.Get());
+}
+
+void ReadExtras(Board& board, const std::string& text) {
+  const Json extras = Json::parse(text);
+  if (!extras.is_object() || extras.value("version", 0) != 1) {
+    throw std::runtime_error("it is of another version than 1");
+  }
+  std::unordered_map<std::string_view, Primitive*> objects;
+  const std::string_view board_text = board.file.text;
+  board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
+    const SourceSpan id = object.source_id;
+    if (!id.IsEmpty()) objects.try_emplace(board_text.substr(id.begin, id.end - id.begin), &object);
+  });
+  for (const auto& [id, index] : PartOf(extras, "unions").items()) {
+    const auto object = objects.find(id);
+    if (object != objects.end()) object->second->state.union_index = index.get<std::int32_t>();
+  }
+  for (const Json& id : PartOf(extras, "teardrops")) {
+    const auto object = objects.find(id.get_ref<const std::string&>());
+    if (object != objects.end()) object->second->Set(kFlag_TearDrop, true);
+  }
+}
+
+std::string ExtrasText(const Board& board) {
+  Json unions = Json::object(), teardrops = Json::array();
+  board.objects.ForEach(TObjectSet::All(), [&](const Primitive& object) {
+    if (!FileWords::NeedsIdentifier(object)) return;
+    const std::string id = Platform::ToUtf8(object.UniqueId());
+    if (object.state.union_index != 0) unions[id] = object.state.union_index;
+    const bool is_line = object.kind == eTrackObject || object.kind == eArcObject;
+    if (is_line && object.Has(kFlag_TearDrop)) teardrops.push_back(id);
+  });
+  if (unions.empty() && teardrops.empty()) return {};
+  Json extras = {{"version", 1}};
+  if (!unions.empty()) extras["unions"] = std::move(unions);
+  if (!teardrops.empty()) extras["teardrops"] = std::move(teardrops);
+  return extras.dump(2) + "\n";
+}
+
+}  // namespace Ketril::Editor

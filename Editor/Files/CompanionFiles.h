@@ -1,0 +1,25 @@
+// The files beside a board, as JSON.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "Editor/Model/Board.h"
+
+namespace Ketril::Editor {
+
+std::filesystem::path ProjectPath(const std::filesystem::path& board);
+std::filesystem::path ExtrasPath(const std::filesystem::path& board);
+
+// Both raise std::exception for a text that is no JSON, or not of the form.
+//
+// The net classes of a project: of each name, lists of nets (version 20211014), patterns with * and ? (since
+// 20221018) and assignments (since 20241229) make the members.
+void ReadNetClasses(Board& board, const std::string& text);
+// {"version": 1, "unions": {"identifier": index}, "teardrops": ["identifier"]}; identifiers that the board
+// does not have are passed over.
+void ReadExtras(Board& board, const std::string& text);
+// Empty when there is nothing to tell.
+std::string ExtrasText(const Board& board);
+
+}  // namespace Ketril::Editor

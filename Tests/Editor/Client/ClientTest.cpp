@@ -1,0 +1,134 @@
+#include "Editor/Client/Client.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "Editor/Client/Progress.h"
+#include "Platform/Modules.h"
+#include "Platform/TempFiles.h"
+
+namespace Ketril::Editor {
+namespace {
+
+class Options : public testing::Test {
+ protected:
+  Options() : folder(Platform::MakeTempFile("options")) { std::filesystem::remove(folder); }
+  ~Options() override { std::filesystem::remove_all(folder); }
+  std::string Text() const {
+    std::ostringstream text;
+    text << std::ifstream(folder / "KETRIL.INI").rdbuf();
+    return text.str();
+  }
+  static std::u16string Read(Client& client, const std::u16string& section, const std::u16string& name) {
+    std::u16string value = u"(none)";
+    bool found = false;
+    EXPECT_EQ(client.ReadOption(section, name, value, found), Status::Ok);
+    EXPECT_EQ(found, value != u"(none)");
+    return value;
+  }
+
+  const std::filesystem::path folder;
+};
+
+TEST_F(Options, AreKeptInTheFileBetweenTheLinesOfOthers) {
+  {
+    const Ref<Client> client = MakeHost<Client>(ClientSetup{.options_folder = folder});
+    client->WriteOption(u"Drops", u"Style", u" a=b \u00e4 ");
+    EXPECT_EQ(Text(), "[Drops]\nStyle= a=b \xc3\xa4 \n");
+  }
+  std::ofstream(folder / "KETRIL.INI", std::ios::binary)
+      << "; mine\r\n[Other]\r\nX=1\r\n\r\n[drops]\nstyle=2\nstray";
+  const Ref<Client> client = MakeHost<Client>(ClientSetup{.options_folder = folder});
+  EXPECT_EQ(Read(*client, u"Drops", u"STYLE"), u"2");
+  EXPECT_EQ(Read(*client, u"Drops", u"X"), u"(none)");
+  client->WriteOption(u"Other", u"Y", u"3");
+  client->WriteOption(u"DROPS", u"Style", u"");
+  client->WriteOption(u"New", u"Z", u"4");
+  EXPECT_EQ(Text(), "; mine\n[Other]\nX=1\nY=3\n\n[drops]\nstyle=\nstray\n[New]\nZ=4\n");
+  EXPECT_EQ(Read(*client, u"Drops", u"Style"), u"");
+}
+
+TEST_F(Options, RefuseWhatTheFileCannotHold) {
+  const Ref<Client> client = MakeHost<Client>(ClientSetup{.options_folder = folder});
+  client->WriteOption(u"S", u"N", u"old");
+  struct Row {
+    const char16_t *section, *name, *value;
+  };
+  for (const Row& row : {Row{u"S", u"N", u"a\nb"}, Row{u"S", u"", u"v"}, Row{u"S", u"a=b", u"v"},
+                         Row{u"S]", u"N", u"v"}, Row{u"S", u"[N]", u"v"}, Row{u"S", u";N", u"v"}}) {
+    EXPECT_EQ(client->WriteOption(row.section, row.name, row.value), Status::InvalidArgument);
+  }
+  std::filesystem::remove_all(folder);
+  std::ofstream(folder) << "a file in the folder's place";
+  EXPECT_EQ(client->WriteOption(u"S", u"N", u"new"), Status::Failure);
+  EXPECT_EQ(Read(*client, u"S", u"N"), u"old");
+}
+
+TEST(Client, IsFoundByTheToolsWhileItIsInstalled) {
+  const auto find = [] {
+    void* const entry = Platform::FindModuleEntry(kModule_Ketril, kEntry_GetClient);
+    return entry ? reinterpret_cast<ClientAPI_GetClient>(entry)() : nullptr;
+  };
+  std::vector<std::u16string> asked, logged;
+  const Ref<Client> plain = MakeHost<Client>(ClientSetup{});
+  const Ref<Client> client =
+      MakeHost<Client>(ClientSetup{.options_folder = {},
+                                   .confirm =
+                                       [&](const std::u16string& text) {
+                                         asked.push_back(text);
+                                         return text == u"?" ? std::optional(true) : std::nullopt;
+                                       },
+                                   .log = [&](const std::u16string& line) { logged.push_back(line); },
+                                   .test_mode = true});
+  {
+    const ClientInstallation outer(plain);
+    const ClientInstallation inner(client);
+    ASSERT_EQ(find(), client.Get());
+    Ref<IInterface> server;
+    find()->GetServerByName(u"PCB", server);
+    const auto pcb = Probe<IPCB_ServerInterface>(server);
+    ASSERT_TRUE(pcb);
+    Ref<IPCB_Primitive> made;
+    pcb->PCBObjectFactory(eTrackObject, 0, 0, made);
+    EXPECT_TRUE(Probe<IPCB_Track>(made));
+    pcb->PCBObjectFactory(eNoObject, 0, 0, made);
+    EXPECT_FALSE(made);
+    find()->GetServerByName(u"SCH", server);
+    EXPECT_FALSE(server);
+  }
+  EXPECT_EQ(find(), nullptr);
+  Ref<IDialogService> dialogs;
+  plain->GetState_DialogService(dialogs);
+  EXPECT_FALSE(dialogs);
+  client->GetState_DialogService(dialogs);
+  bool yes = false;
+  dialogs->ConfirmYesNo(u"?", yes);
+  EXPECT_TRUE(yes);
+  dialogs->ConfirmYesNo(u"nobody answers", yes);
+  EXPECT_FALSE(yes);
+  client->WriteLog(u"line");
+  EXPECT_EQ(asked.size(), 2u);
+  EXPECT_EQ(logged, std::vector<std::u16string>{u"line"});
+}
+
+TEST(Progress, IsPassedOn) {
+  std::vector<std::int32_t> positions;
+  SetProgressSink(
+      [&](const ProgressState& state) { positions.push_back(state.running ? state.position : -1); });
+  const Ref<Progress> progress = MakeHost<Progress>();
+  progress->Start(u"Adding", true);
+  progress->SetMaximum(2);
+  progress->Step();
+  progress->Step();
+  EXPECT_TRUE(progress->IsOpen());
+  progress->End();
+  SetProgressSink(nullptr);
+  progress->Start(u"Unseen", false);
+  EXPECT_EQ(positions, (std::vector<std::int32_t>{0, 0, 1, 2, -1}));
+}
+
+}  // namespace
+}  // namespace Ketril::Editor

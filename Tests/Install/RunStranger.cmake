@@ -1,0 +1,23 @@
+# Installs the build into a folder, builds somebody's project against it with nothing but find_package, and
+# runs its program on a sample board. Arguments: BUILD, SOURCE, WORK, SANITIZE, COMPILER.
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/installed)
+set(flags -DCMAKE_PREFIX_PATH=${WORK}/installed -DCMAKE_CXX_COMPILER=${COMPILER})
+if(SANITIZE)
+  list(APPEND flags -DCMAKE_CXX_FLAGS=-fsanitize=${SANITIZE})
+endif()
+run(${CMAKE_COMMAND} -S ${SOURCE}/Tests/Install/Stranger -B ${WORK}/stranger -G Ninja ${flags})
+run(${CMAKE_COMMAND} --build ${WORK}/stranger)
+run(${WORK}/stranger/stranger ${SOURCE}/Samples/blinker.kicad_pcb)
+if(NOT output MATCHES "^2 more vias\n$")
+  message(FATAL_ERROR "the stranger's program said: ${output}")
+endif()
+run(${WORK}/installed/bin/ketril info ${SOURCE}/Samples/blinker.kicad_pcb)

@@ -1,0 +1,62 @@
+# Runs the command as a person would and compares exit status, output and files. Arguments: KETRIL, SAMPLE,
+# WORK.
+file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+
+# expect(STATUS PATTERN arguments...): the command ends with STATUS and what it prints matches PATTERN.
+function(expect status pattern)
+  execute_process(COMMAND ${KETRIL} ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors
+                  INPUT_FILE /dev/null)
+  if(NOT result EQUAL ${status} OR NOT "${output}${errors}" MATCHES "${pattern}")
+    message(SEND_ERROR "ketril ${ARGN}\n  ended with ${result}, not ${status}, or did not say \"${pattern}\":\n${output}${errors}")
+  endif()
+endfunction()
+
+function(expect_same_file a b)
+  execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${a} ${b} RESULT_VARIABLE result ERROR_QUIET)
+  if(NOT result EQUAL 0)
+    message(SEND_ERROR "${a} and ${b} differ")
+  endif()
+endfunction()
+
+set(vias replace-selected-pads-with-vias)
+expect(0 "Pads and vias" --help)
+expect(0 "${vias}" list)
+expect(0 "Via +10" info ${SAMPLE})
+expect(0 "\"Via\": 10" info ${SAMPLE} --json)
+expect(0 "Pad" list ${SAMPLE} --select "pad and component:U1")
+expect(0 "written" draw ${SAMPLE} -o ${WORK}/board.svg --layers F.Cu,Edge.Cuts --around 100,100,20,400mil)
+
+# A tool changes what was selected, and nothing but that; the given board stays.
+file(COPY_FILE ${SAMPLE} ${WORK}/board.kicad_pcb)
+expect(0 "2 vias added, 2 pads removed" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" -o ${WORK}/out.kicad_pcb)
+expect_same_file(${SAMPLE} ${WORK}/board.kicad_pcb)
+expect(0 "Via +12" info ${WORK}/out.kicad_pcb)
+expect(0 "nothing changed" ${vias} ${WORK}/board.kicad_pcb --select "pad and component:U1" -o ${WORK}/same.kicad_pcb)
+expect_same_file(${SAMPLE} ${WORK}/same.kicad_pcb)
+expect(0 "2 vias added" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" --dry-run)
+expect_same_file(${SAMPLE} ${WORK}/board.kicad_pcb)
+expect(0 "2 vias added" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" --in-place)
+expect_same_file(${WORK}/board.kicad_pcb ${WORK}/out.kicad_pcb)
+
+# What is wrong is said, with the exit status of its kind, and nothing is written.
+expect(2 "where shall the changed board go" ${vias} ${SAMPLE})
+expect(2 "column 9" ${vias} ${SAMPLE} --dry-run --select "pad and fre")
+expect(2 "say --in-place" ${vias} ${WORK}/board.kicad_pcb -o ${WORK}/board.kicad_pcb)
+expect(2 "no layer \"F.Co\"" draw ${SAMPLE} -o ${WORK}/x.svg --layers F.Co)
+expect(2 "X,Y,WIDTH,HEIGHT" draw ${SAMPLE} -o ${WORK}/x.svg --around 1,2,3)
+expect(2 "" frobnicate ${SAMPLE})
+file(WRITE ${WORK}/answers "Confirm * = maybe\n")
+expect(2 "answers:1: expected" ${vias} ${SAMPLE} --dry-run --answers ${WORK}/answers)
+file(WRITE ${WORK}/cut.kicad_pcb "(kicad_pcb (version 20221018)\n  (net 0 \"\")\n")
+expect(3 "cut.kicad_pcb:[0-9]+:[0-9]+: " ${vias} ${WORK}/cut.kicad_pcb -o ${WORK}/never.kicad_pcb)
+expect(3 "" info ${WORK}/nothing.kicad_pcb)
+expect(3 "" info ${WORK})
+expect(1 "" ${vias} ${SAMPLE} --select all -o ${WORK}/no/such/folder/out.kicad_pcb)
+foreach(file never.kicad_pcb x.svg)
+  if(EXISTS ${WORK}/${file})
+    message(SEND_ERROR "${file} was written by a command that failed")
+  endif()
+endforeach()
+set(ENV{KETRIL_TOOLS} ${WORK}/answers)
+expect(1 "tools library cannot be loaded" ${vias} ${SAMPLE} --dry-run)

@@ -1,0 +1,124 @@
+#include "Tests/Support/DescribeBoard.h"
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+#include "Platform/Text.h"
+
+namespace Ketril::Tests {
+
+namespace {
+
+using namespace Editor;
+
+class Line {
+ public:
+  Line& operator<<(TCoordPoint point) { return *this << point.x << point.y; }
+  Line& operator<<(TCoord value) {
+    text_ << ' ' << value;
+    return *this;
+  }
+  Line& operator<<(double value) {
+    text_ << ' ' << std::llround(value * 1e4);
+    return *this;
+  }
+  Line& operator<<(const char* text) {
+    text_ << ' ' << text;
+    return *this;
+  }
+  Line& operator<<(const std::u16string& text) {
+    text_ << " \"" << Platform::ToUtf8(text) << '"';
+    return *this;
+  }
+  Line& operator<<(TV7_Layer layer) {
+    text_ << " L" << std::hex << layer.ID << std::dec;
+    return *this;
+  }
+  Line& operator<<(const std::vector<TCoordPoint>& points) {
+    for (const TCoordPoint point : points) *this << point;
+    return *this << "|";
+  }
+  Line& operator<<(const std::vector<Ring>& rings) {
+    for (const Ring& ring : rings) *this << (ring.hole ? "hole" : "ring") << ring.points;
+    return *this;
+  }
+  std::string Text() const { return text_.str(); }
+
+ private:
+  std::ostringstream text_;
+};
+
+void Add(Line& line, const PadData& pad) {
+  line << pad.name << pad.center << pad.hole << pad.hole_width << pad.hole_rotation << pad.rotation
+       << pad.mode << pad.plated << pad.remove_unused << pad.keep_end_layers << pad.mask.solder
+       << pad.mask.paste << pad.mask.solder_mode << pad.mask.paste_mode << pad.paste_ratio << pad.clearance;
+  for (const TV7_Layer layer : pad.layers) line << layer;
+  for (const PadLayer& copper : pad.stack) {
+    line << copper.layer << copper.shape << copper.x_size << copper.y_size << copper.offset
+         << copper.corner_ratio << copper.chamfer_ratio << copper.chamfer_corners << copper.trapezoid;
+    for (const std::vector<TCoordPoint>& polygon : copper.custom) line << polygon;
+  }
+}
+
+void AddData(Line& line, const Primitive& object) {
+  if (const auto* track = As<Track>(&object)) line << track->data.p1 << track->data.p2 << track->data.width;
+  if (const auto* arc = As<Arc>(&object)) {
+    const bool is_circle = arc->Sweep() == 360;
+    line << arc->data.center << arc->data.radius << arc->data.width << arc->Sweep();
+    if (!is_circle) line << arc->data.angle1;
+  }
+  if (const auto* via = As<Via>(&object)) {
+    const ViaData& data = via->data;
+    line << data.center << data.size << data.hole << data.low << data.high << data.mode << data.remove_unused
+         << data.keep_end_layers;
+    for (const LayerSize& size : data.sizes) line << size.layer << size.size;
+  }
+  if (const auto* pad = As<Pad>(&object)) Add(line, pad->data);
+  if (const auto* text = As<Text>(&object)) {
+    const TextData& data = text->data;
+    line << data.string << data.anchor << data.size << data.letter_width << data.width << data.rotation
+         << static_cast<int>(data.horizontal) << static_cast<int>(data.vertical) << data.mirrored
+         << static_cast<int>(data.role);
+  }
+  if (const auto* region = As<Region>(&object)) {
+    line << region->data.filled << region->data.closed << region->data.line_width << region->data.rings;
+  }
+  if (const auto* polygon = As<Polygon>(&object)) {
+    const PolygonData& data = polygon->data;
+    line << data.name << data.priority << data.clearance << data.min_thickness << data.relief_gap
+         << data.relief_conductor << data.solid_connect << data.filled << data.keepout_tracks
+         << data.keepout_vias << data.keepout_pads << data.keepout_copper << data.rings;
+  }
+  if (const auto* component = As<Component>(&object)) {
+    const ComponentData& data = component->data;
+    line << data.pattern << data.reference << data.rotation << data.kind << data.description;
+  }
+  if (const auto* net = As<Net>(&object)) line << net->data.name;
+  if (const auto* dimension = As<Dimension>(&object)) line << dimension->data.style << dimension->data.points;
+  if (const auto* net_class = As<ObjectClass>(&object)) {
+    line << net_class->data.name << net_class->data.sizes.clearance << net_class->data.sizes.via_hole;
+    for (const std::u16string& member : net_class->data.members) line << member;
+  }
+}
+
+}  // namespace
+
+std::string Describe(const Primitive& object) {
+  Line line;
+  line << KindName(object.kind) << object.state.layer
+       << static_cast<TCoord>(object.state.flags & ~kScratchFlags) << object.state.union_index
+       << (object.GetNet() ? object.GetNet()->data.name : u"-");
+  AddData(line, object);
+  return line.Text();
+}
+
+std::vector<std::string> DescribeBoard(const Board& board, bool sorted) {
+  std::vector<std::string> lines;
+  board.objects.ForEach(TObjectSet::All(),
+                        [&](const Primitive& object) { lines.push_back(Describe(object)); });
+  if (sorted) std::ranges::sort(lines);
+  return lines;
+}
+
+}  // namespace Ketril::Tests
