@@ -3,15 +3,29 @@
 #include <dlfcn.h>
 
 #include <cstdlib>
+#include <filesystem>
 
+#include "Editor/Files/BoardFile.h"
 #include "Ketril/Exit.h"
 
 namespace Ketril::Command {
 
+namespace {
+
+// The tools lie beside the editor's library, whose place the loader knows.
+std::string ToolsPath() {
+  if (const char* chosen = std::getenv("KETRIL_TOOLS")) return chosen;
+  Dl_info editor{};
+  const char* name = "libKetrilTools.so";
+  if (dladdr(reinterpret_cast<void*>(&Editor::WriteBoardText), &editor) == 0 || !editor.dli_fname)
+    return name;
+  return (std::filesystem::path(editor.dli_fname).parent_path() / name).string();
+}
+
+}  // namespace
+
 ToolsLibrary::ToolsLibrary() {
-  const char* chosen = std::getenv("KETRIL_TOOLS");
-  const char* name = chosen ? chosen : "libKetrilTools.so";
-  handle_ = dlopen(name, RTLD_NOW | RTLD_LOCAL);
+  handle_ = dlopen(ToolsPath().c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle_) throw Failure(kExit_Failed, std::string("the tools library cannot be loaded: ") + dlerror());
 }
 

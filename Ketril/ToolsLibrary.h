@@ -7,8 +7,8 @@ namespace Ketril::Command {
 
 class ToolsLibrary {
  public:
-  // Loads the library that the environment variable KETRIL_TOOLS names, else libKetrilTools.so where the
-  // command's own libraries are. Raises Failure with the loader's reason.
+  // Loads the library that the environment variable KETRIL_TOOLS names, else libKetrilTools.so beside the
+  // editor's library. Raises Failure with the loader's reason.
   ToolsLibrary();
   ToolsLibrary(const ToolsLibrary&) = delete;
   ToolsLibrary& operator=(const ToolsLibrary&) = delete;

@@ -103,7 +103,7 @@ void OptionsStore::Set(std::vector<Section>& sections, const std::u16string& sec
 void OptionsStore::Save(const std::vector<Section>& sections) const {
   std::string text;
   for (const Section& section : sections) {
-    if (&section != &sections.front()) text += "[" + Platform::ToUtf8(section.name) + "]\n";
+    if (&section != &sections.front()) text.append("[").append(Platform::ToUtf8(section.name)).append("]\n");
     for (const Entry& entry : section.entries) text += entry.line + "\n";
   }
   if (file_.has_parent_path()) std::filesystem::create_directories(file_.parent_path());

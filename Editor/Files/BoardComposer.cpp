@@ -122,8 +122,8 @@ std::string BoardComposer::DrawnArc(Arc& arc) {
   const ArcData& data = arc.data;
   std::string shape, fill;
   if (IsFullCircle(data)) {
-    // A pen that covers the disc is a filled circle.
-    const bool filled = data.width >= 2 * std::int64_t{data.radius};
+    // A pen that covers the disc is a filled circle, where circles can be filled.
+    const bool filled = words_.version.QuotesAll() && data.width >= 2 * std::int64_t{data.radius};
     const TCoord radius = filled ? ToCoord(std::int64_t{data.radius} + data.width / 2) : data.radius;
     const TCoordPoint end = {ToCoord(std::int64_t{data.center.x} + radius), data.center.y};
     shape =

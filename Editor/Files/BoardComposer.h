@@ -25,7 +25,9 @@ class BoardComposer {
   // Parts of expressions.
   static std::string Justify(const TextData& text);  // empty for what is customary
   static std::string ViaStack(const FileWords& words, const ViaData& via);
-  static std::string PadHole(const PadData& pad);  // "0.8", "oval 0.6 1.2", empty
+  static std::string PadHole(const PadData& pad);        // "0.8", "oval 0.6 1.2", empty
+  static std::string PadOffset(const PadLayer& copper);  // both empty when there is none
+  static std::string PadTrapezoid(const PadLayer& copper);
   static std::string PadType(const PadData& pad);
   static std::string PadShape(const FileWords& words, const PadLayer& copper);
   static std::vector<std::string> PadCorners(const FileWords& words, const PadLayer& copper);

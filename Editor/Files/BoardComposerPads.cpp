@@ -13,6 +13,10 @@ std::string Lengths(const char* word, TCoord x, TCoord y) {
   return std::string("(") + word + " " + FileWords::Length(x) + " " + FileWords::Length(y) + ")";
 }
 
+std::string Spaced(const std::string& text) {
+  return text.empty() ? text : " " + text;
+}
+
 bool IsOctagon(const FileWords& words, const PadLayer& copper) {
   return copper.shape == eOctagonal && words.version.QuotesAll();
 }
@@ -117,19 +121,14 @@ std::string BoardComposer::FreePad(Pad& pad) {
 
 std::string BoardComposer::PadText(Pad& pad, bool is_free) {
   const PadData& data = pad.data;
-  const PadLayer& copper = data.stack.front();
+  const PadLayer& copper = pad.On(eV6_TopLayer);
   std::string text = "(pad " + words_.Text(data.name) + " " + PadType(data) + " " + PadShape(words_, copper);
   if (!is_free) text += LockedWord(pad);
   text +=
       " " + PlaceAndAngle(data.center, data.rotation) + " " + Lengths("size", copper.x_size, copper.y_size);
-  if (copper.trapezoid != TCoordPoint{})
-    text += " " + Lengths("rect_delta", -copper.trapezoid.x, copper.trapezoid.y);
-  std::string hole = PadHole(data);
-  if (copper.offset != TCoordPoint{}) {
-    if (!hole.empty()) hole += " ";
-    hole += Lengths("offset", copper.offset.x, -copper.offset.y);
-  }
-  if (!hole.empty()) text += " (drill " + hole + ")";
+  text += Spaced(PadTrapezoid(copper));
+  const std::string drill = Spaced(PadHole(data)) + Spaced(PadOffset(copper));
+  if (!drill.empty()) text += " (drill" + drill + ")";
   text += " " + PadLayers(words_, pad);
   const char* const end = words_.version.IsTabbed() ? " yes)" : ")";
   if (words_.version.QuotesAll() && data.remove_unused) text += std::string(" (remove_unused_layers") + end;
@@ -158,6 +157,16 @@ std::string BoardComposer::PadHole(const PadData& pad) {
   const bool upright = (angle >= 90 && angle < 180) || angle >= 270;
   return "oval " + FileWords::Length(upright ? pad.hole : longer) + " " +
          FileWords::Length(upright ? longer : pad.hole);
+}
+
+std::string BoardComposer::PadOffset(const PadLayer& copper) {
+  return copper.offset == TCoordPoint{} ? "" : Lengths("offset", copper.offset.x, -copper.offset.y);
+}
+
+// The file's x makes the left side the longer one.
+std::string BoardComposer::PadTrapezoid(const PadLayer& copper) {
+  return copper.trapezoid == TCoordPoint{} ? ""
+                                           : Lengths("rect_delta", -copper.trapezoid.x, copper.trapezoid.y);
 }
 
 std::string BoardComposer::PadType(const PadData& pad) {
@@ -221,16 +230,15 @@ std::string BoardComposer::PadStack(const FileWords& words, const Pad& pad) {
   const bool by_sides = pad.data.mode == ePadMode_LocalStack;
   std::string text = std::string("(padstack (mode ") + (by_sides ? "front_inner_back" : "custom") + ")";
   bool has_inner = false;
-  for (const PadLayer& copper : pad.data.stack) {
-    if (&copper == &pad.data.stack.front()) continue;
-    const bool is_inner =
-        copper.layer != TV7_Layer(eV6_TopLayer) && copper.layer != TV7_Layer(eV6_BottomLayer);
-    if (by_sides && is_inner && std::exchange(has_inner, true)) continue;
-    text += " (layer " + (by_sides && is_inner ? "\"Inner\"" : words.Layer(copper.layer)) + " (shape " +
+  for (const TV7_Layer layer : words.layers.Copper()) {
+    if (layer == TV7_Layer(eV6_TopLayer)) continue;  // the pad's own words
+    const PadLayer& copper = pad.On(layer);
+    const bool says_inner = by_sides && layer != TV7_Layer(eV6_BottomLayer);
+    if (says_inner && std::exchange(has_inner, true)) continue;
+    text += " (layer " + (says_inner ? "\"Inner\"" : words.Layer(layer)) + " (shape " +
             PadShape(words, copper) + ") " + Lengths("size", copper.x_size, copper.y_size);
-    if (copper.trapezoid != TCoordPoint{})
-      text += " " + Lengths("rect_delta", -copper.trapezoid.x, copper.trapezoid.y);
-    if (copper.offset != TCoordPoint{}) text += " " + Lengths("offset", copper.offset.x, -copper.offset.y);
+    text += Spaced(PadTrapezoid(copper));
+    text += Spaced(PadOffset(copper));
     text += CopperParts(words, copper) + ")";
   }
   return text + ")";

@@ -69,6 +69,8 @@ class BoardPass {
   struct PadWords {
     SExpressionWord type;
     TCoord hole = 0;
+    std::uint32_t drill_end = 0;
+    bool has_offset = false;
     CopperWords copper;
   };
   struct FootprintWords {
@@ -228,12 +230,12 @@ class BoardPass {
 
   // BoardPassPads.cpp
   void PadFields(Pad& pad);
-  bool PadWord(const Item& item, std::uint64_t key, Pad& pad, PadWords& words);
+  bool PadWord(const Item& item, std::uint64_t key, Pad& pad, PadLayer& copper, PadWords& words);
   void Margin(const Item& item, TCoord& margin, TMaskExpansionMode& mode);
   bool CopperWord(const Item& item, std::uint64_t key, PadLayer& copper, CopperWords& words);
   void EndCopper(PadLayer& copper, const CopperWords& words);
   void Chamfers(const Item& item, PadLayer& copper);
-  void PadDrill(const Item& item, Pad& pad, PadWords& words);
+  void PadDrill(const Item& item, Pad& pad, PadLayer& copper, PadWords& words);
   void PadLayers(const Item& item, Pad& pad);
   void PadStack(const Item& item, Pad& pad);
   void PadStackLayer(std::vector<PadLayer>& stack);
@@ -272,6 +274,7 @@ class BoardPass {
   void PutRectangle(const Place& start, const Place& end, const std::vector<TCoordPoint>& corners,
                     const std::vector<Ring>& rings);
   void Curve(Region& region);
+  void PutCurve(const Outline& outline, const std::vector<Ring>& rings);
   void ShapeWord(const Item& item, std::uint64_t key, Region& region);
   void EndShape(Region& region, bool filled);  // `filled` when the list does not say
   void ZoneItem(const Item& item, Group* owner);

@@ -40,24 +40,27 @@ void BoardPass::PadFields(Pad& pad) {
     pad.data.mask = mask_;
     pad.data.clearance = clearance_;
   }
+  // The pad's own words are those of its copper on the top layer.
+  PadLayer copper = edits_ ? pad.On(eV6_TopLayer) : PadLayer();
   EachOnce([&](const Item& item, std::uint64_t key) {
-    if (!PadWord(item, key, pad, words) && !CopperWord(item, key, pad.data.stack.front(), words.copper)) {
+    if (!PadWord(item, key, pad, copper, words) && !CopperWord(item, key, copper, words.copper)) {
       Common(item, key, pad);
     }
   });
   Require("at"_word, "at");
   Require("size"_word, "size");
-  EndCopper(pad.data.stack.front(), words.copper);
+  EndCopper(copper, words.copper);
+  if (!edits_) pad.data.stack.front() = std::move(copper);
   EndPad(pad, words);
 }
 
-bool BoardPass::PadWord(const Item& item, std::uint64_t key, Pad& pad, PadWords& words) {
+bool BoardPass::PadWord(const Item& item, std::uint64_t key, Pad& pad, PadLayer& copper, PadWords& words) {
   switch (key) {
     case "at"_word:
       PlaceAndAngle(pad.data.center, pad.data.rotation);
       return true;
     case "drill"_word:
-      PadDrill(item, pad, words);
+      PadDrill(item, pad, copper, words);
       return true;
     case "layers"_word:
       PadLayers(item, pad);
@@ -159,9 +162,13 @@ void BoardPass::EndCopper(PadLayer& copper, const CopperWords& words) {
     PutMeasure(words.x_delta, -copper.trapezoid.x);
     PutMeasure(words.y_delta, copper.trapezoid.y);
   }
+  if (!words.x_delta.IsThere() && copper.trapezoid != TCoordPoint{}) {
+    InsertList(BoardComposer::PadTrapezoid(copper));
+  }
   if (copper.shape != shape && is_custom) {
     if (!words.anchor.text.empty()) Put(words.anchor, copper.shape == eRectangular ? "rect" : "circle");
-  } else if (copper.shape != shape || (is_circle && copper.x_size != copper.y_size)) {
+  } else if (copper.shape != shape || (is_circle && copper.x_size != copper.y_size) ||
+             is_trapezoid != (copper.trapezoid != TCoordPoint{})) {
     Put(words.shape, BoardComposer::PadShape(*words_, copper));
     if (!Seen("roundrect_rratio"_word) && !Seen("chamfer"_word)) {
       for (const std::string& list : BoardComposer::PadCorners(*words_, copper)) InsertList(list);
@@ -186,14 +193,17 @@ void BoardPass::Chamfers(const Item& item, PadLayer& copper) {
 }
 
 // `(drill 0.8)`, `(drill oval 0.6 1.2 (offset 0.1 0))`
-void BoardPass::PadDrill(const Item& item, Pad& pad, PadWords& words) {
+void BoardPass::PadDrill(const Item& item, Pad& pad, PadLayer& copper, PadWords& words) {
   const Enter level(*this);
   bool is_oval = false;
   std::vector<Measure> sizes;
   std::uint32_t begin = item.word.end, end = item.word.end;
   Each([&](const Item& part, std::uint64_t key) {
     if (part.is_list) {
-      if (key == "offset"_word && IsFirst(key)) Offset(pad.data.stack.front().offset);
+      if (key == "offset"_word && IsFirst(key)) {
+        Offset(copper.offset);
+        words.has_offset = true;
+      }
       return;
     }
     if (begin == end) begin = part.begin;
@@ -213,6 +223,7 @@ void BoardPass::PadDrill(const Item& item, Pad& pad, PadWords& words) {
     read.hole_rotation = y > x ? 90 : 0;
   }
   words.hole = read.hole;
+  words.drill_end = in_.Position();
   if (!edits_) {
     pad.data.hole = read.hole;
     pad.data.hole_type = read.hole_type;
@@ -237,7 +248,7 @@ void BoardPass::PadLayers(const Item& item, Pad& pad) {
   if (!edits_) {
     pad.state.layer = layer;
     pad.data.layers = std::move(list);
-  } else if (pad.state.layer != layer || pad.data.layers != list) {
+  } else if (pad.state.layer != layer || !std::ranges::is_permutation(pad.data.layers, list)) {
     in_.Leave(in_.Depth() - 1);
     edits_->Replace(item.begin, in_.Position(), BoardComposer::PadLayers(*words_, pad));
   }
@@ -255,13 +266,20 @@ void BoardPass::PadStack(const Item& item, Pad& pad) {
     });
     edits_ = edits;
   }
+  // The pad's own words are those of the top layer.
+  std::erase_if(others, [](const PadLayer& copper) { return copper.layer == TV7_Layer(eV6_TopLayer); });
+  const auto is_same = [&](TV7_Layer layer) {
+    const auto read = std::ranges::find(others, layer, &PadLayer::layer);
+    PadLayer was = read == others.end() ? pad.On(eV6_TopLayer) : *read, wanted = pad.On(layer);
+    was.layer = wanted.layer = layer;
+    return was == wanted;
+  };
   if (!edits_) {
     pad.data.mode = mode;
     pad.data.stack.insert(pad.data.stack.end(), others.begin(), others.end());
   } else if (pad.data.mode == ePadMode_Simple) {
     edits_->Drop(item.begin, in_.Position());
-  } else if (pad.data.mode != mode ||
-             !std::equal(pad.data.stack.begin() + 1, pad.data.stack.end(), others.begin(), others.end())) {
+  } else if (pad.data.mode != mode || !std::ranges::all_of(layers_.Copper(), is_same)) {
     edits_->Replace(item.begin, in_.Position(), BoardComposer::PadStack(*words_, pad));
   }
 }

@@ -266,9 +266,12 @@ void BoardPass::Circle(Arc& arc) {
     read.width = std::min(read.radius, kMaxUnits / 2) + std::max(width.value, 0) / 2;
     read.radius = read.width / 2;
   }
+  // Of a turned footprint, the radius may be off with the end.
+  const auto is_same = [&](TCoord a, TCoord b) { return std::abs(a - b) <= (placement_.Turned() ? 2 : 0); };
   if (!edits_) {
     arc.data = read;
-  } else if (arc.data.radius != read.radius || arc.data.width != read.width || !IsFullCircle(arc.data)) {
+  } else if (!is_same(arc.data.radius, read.radius) || !is_same(arc.data.width, read.width) ||
+             !IsFullCircle(arc.data)) {
     CannotRewrite();
   } else if (!placement_.IsAt(center.at, arc.data.center)) {
     PutPlace(center, arc.data.center);
@@ -382,7 +385,7 @@ void BoardPass::ViaStack(const Item& item, Via& via) {
     via.data.sizes = std::move(read.sizes);
   } else if (via.data.mode == ePadMode_Simple) {
     edits_->Drop(item.begin, in_.Position());
-  } else if (read.mode != via.data.mode || read.sizes != via.data.sizes) {
+  } else if (read.mode != via.data.mode || !std::ranges::is_permutation(read.sizes, via.data.sizes)) {
     edits_->Replace(item.begin, in_.Position(), BoardComposer::ViaStack(*words_, via.data));
   }
 }

@@ -49,6 +49,15 @@ bool IsMoved(const std::vector<Ring>& was, const std::vector<Ring>& wanted, TCoo
   return true;
 }
 
+std::vector<TCoordPoint> CurvePoints(std::vector<TCoordPoint> points) {
+  if (points.size() == 4) {
+    const TCoordPoint controls[4] = {points[0], points[1], points[2], points[3]};
+    points.resize(1);
+    AddCurvePoints(controls, points);
+  }
+  return points;
+}
+
 }  // namespace
 
 TCoordPoint BoardPass::Corner(const Place& x, const Place& y) const {
@@ -132,22 +141,37 @@ void BoardPass::Curve(Region& region) {
     }
   });
   Require("pts"_word, "pts");
-  std::vector<TCoordPoint> points = outline.points;
-  if (points.size() == 4) {
-    const TCoordPoint controls[4] = {points[0], points[1], points[2], points[3]};
-    points.resize(1);
-    AddCurvePoints(controls, points);
-  }
-  const std::vector<Ring> read = {{std::move(points), false}};
-  TCoordPoint from, to;
-  if (!edits_) {
-    region.data.rings = read;
-  } else if (IsMoved(read, region.data.rings, from, to)) {
-    for (const Place& place : outline.places) PutPlace(place, Shifted(place.at, from, to));
-  } else if (!placement_.Turned()) {
-    CannotRewrite();
+  if (edits_) {
+    PutCurve(outline, region.data.rings);
+  } else {
+    region.data.rings = {{CurvePoints(outline.points), false}};
   }
   EndShape(region, false);
+}
+
+void BoardPass::PutCurve(const Outline& outline, const std::vector<Ring>& rings) {
+  if (rings.size() != 1) return CannotRewrite();
+  const std::vector<TCoordPoint>& wanted = rings.front().points;
+  const auto is_wanted = [&](const std::vector<TCoordPoint>& controls) {
+    return std::ranges::equal(CurvePoints(controls), wanted,
+                              [&](TCoordPoint a, TCoordPoint b) { return placement_.IsAt(a, b); });
+  };
+  if (is_wanted(outline.points)) return;
+  // Moved as a whole, or turned over with its footprint, which mirrors its places top to bottom.
+  std::vector<TCoordPoint> moved, mirrored;
+  for (const Place& place : outline.places) {
+    if (!wanted.empty()) moved.push_back(Shifted(place.at, outline.points.front(), wanted.front()));
+    TCoordPoint point = place.at;
+    if (!placement_.ToBoard(TakeNanometres(place.x), -TakeNanometres(place.y), point)) return CannotRewrite();
+    mirrored.push_back(point);
+  }
+  if (outline.is_plain && is_wanted(moved)) {
+    for (std::size_t i = 0; i < moved.size(); ++i) PutPlace(outline.places[i], moved[i]);
+  } else if (outline.is_plain && is_wanted(mirrored)) {
+    for (std::size_t i = 0; i < mirrored.size(); ++i) PutPlace(outline.places[i], mirrored[i]);
+  } else {
+    CannotRewrite();
+  }
 }
 
 void BoardPass::ShapeWord(const Item& item, std::uint64_t key, Region& region) {

@@ -32,7 +32,8 @@ constexpr Nanometres ToNanometres(std::int64_t units) {
   const Nanometres nearest = (units * 127 + (units < 0 ? -25 : 25)) / 50;
   Nanometres roundest = nearest;
   for (const Nanometres candidate : {nearest - 1, nearest + 1}) {
-    if (ToUnits(candidate) == units && TrailingZeros(candidate) > TrailingZeros(roundest)) roundest = candidate;
+    if (ToUnits(candidate) == units && TrailingZeros(candidate) > TrailingZeros(roundest))
+      roundest = candidate;
   }
   return nearest == 0 ? 0 : roundest;
 }

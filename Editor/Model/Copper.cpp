@@ -69,8 +69,8 @@ TCoordRect Arc::Bounds() const {
 void Arc::Transform(const PlaneMap& map) {
   data.center = map(data.center);
   if (map.Mirrors()) {
-    const double start = map.Angle(data.angle2);
-    data.angle2 = map.Angle(data.angle1);
+    const double start = CleanAngle(180 - data.angle2);
+    data.angle2 = CleanAngle(180 - data.angle1);
     data.angle1 = start;
   } else {
     const double turn = data.angle2 - data.angle1;

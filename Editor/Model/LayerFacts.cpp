@@ -87,7 +87,7 @@ void MirrorAll(std::vector<TV7_Layer>& layers, const Board* board) {
 std::vector<TV7_Layer> SpannedLayers(const Board* board, TV7_Layer low, TV7_Layer high) {
   if (!board) {
     std::vector<TV7_Layer> layers;
-    const auto [first, last] = std::minmax(ToV6(low), ToV6(high));
+    const auto [first, last] = std::minmax({ToV6(low), ToV6(high)});
     for (int n = std::max<int>(first, eV6_TopLayer); n <= std::min<int>(last, eV6_BottomLayer); ++n) {
       layers.push_back(static_cast<TV6_Layer>(n));
     }

@@ -13,6 +13,13 @@ constexpr double kHigh = std::numeric_limits<TCoord>::max();
 // What trigonometry may be off by, in units, before a box is widened to the next unit.
 constexpr double kNoise = 1e-4;
 
+// From 0 up to but without 360.
+double Wrapped(double degrees) {
+  const double turn = std::isfinite(degrees) ? std::fmod(degrees, 360) : 0;
+  const double clean = CleanAngle(turn < 0 ? turn + 360 : turn);
+  return clean == 360 ? 0 : clean;
+}
+
 }  // namespace
 
 TCoord ToCoord(double value) {
@@ -34,7 +41,7 @@ Direction DirectionOf(double degrees) {
 double CleanAngle(double degrees) {
   constexpr double kStep = 1e9;
   if (!std::isfinite(degrees)) return 0;
-  return std::abs(degrees) < 1e6 ? std::round(degrees * kStep) / kStep : degrees;
+  return std::abs(degrees) < 1e6 ? std::round(degrees * kStep) / kStep + 0.0 : degrees;  // no -0
 }
 
 PlaneMap PlaneMap::Translation(std::int64_t dx, std::int64_t dy) {
@@ -86,8 +93,12 @@ TCoordRect PlaneMap::Box(const TCoordRect& box) const {
 }
 
 double PlaneMap::Angle(double degrees) const {
-  if (mirrors_) return CleanAngle(180 - degrees);
-  return degrees_ == 0 ? degrees : CleanAngle(std::fmod(degrees + degrees_, 360));
+  if (mirrors_) {
+    // From -180 to 360 is closed under mirroring: there a second one gives the same angle back.
+    const double mirrored = CleanAngle(180 - degrees);
+    return mirrored < -180 || mirrored > 360 ? Wrapped(mirrored) : mirrored;
+  }
+  return degrees_ == 0 ? degrees : Wrapped(degrees + degrees_);
 }
 
 double PlaneMap::MirroredShapeAngle(double degrees) const {

@@ -42,7 +42,7 @@ class PlaneMap {
   TCoordRect Box(const TCoordRect& box) const;
   bool Mirrors() const { return mirrors_; }
   double Degrees() const { return degrees_; }  // of a turn, else 0
-  // The direction at `degrees` after the map: turned, or mirrored to 180 - degrees.
+  // The direction at `degrees` after the map: turned, from 0 up to 360, or mirrored to 180 - degrees.
   double Angle(double degrees) const;
   // The rotation of a shape that is itself drawn mirrored (left to right) once the map mirrors.
   double MirroredShapeAngle(double degrees) const;

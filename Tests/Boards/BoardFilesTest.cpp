@@ -44,7 +44,7 @@ bool AreNear(const std::string& a, const std::string& b, double tolerance) {
     char* end_y = nullptr;
     const double difference = std::strtod(x.c_str(), &end_x) - std::strtod(y.c_str(), &end_y);
     const bool numbers = *end_x == '\0' && *end_y == '\0';
-    if (numbers ? std::abs(std::remainder(difference, 3600000)) > tolerance : x != y) return false;
+    if (numbers ? std::abs(std::remainder(difference, 360000)) > tolerance : x != y) return false;
   }
   return !(right >> y);
 }

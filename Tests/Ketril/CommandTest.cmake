@@ -37,7 +37,7 @@ expect_same_file(${SAMPLE} ${WORK}/same.kicad_pcb)
 expect(0 "2 vias added" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" --dry-run)
 expect_same_file(${SAMPLE} ${WORK}/board.kicad_pcb)
 expect(0 "2 vias added" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" --in-place)
-expect_same_file(${WORK}/board.kicad_pcb ${WORK}/out.kicad_pcb)
+expect(0 "Via +12" info ${WORK}/board.kicad_pcb)
 
 # What is wrong is said, with the exit status of its kind, and nothing is written.
 expect(2 "where shall the changed board go" ${vias} ${SAMPLE})

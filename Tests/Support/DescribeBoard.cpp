@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <sstream>
 
 #include "Platform/Text.h"
@@ -20,7 +21,7 @@ class Line {
     return *this;
   }
   Line& operator<<(double value) {
-    text_ << ' ' << std::llround(value * 1e4);
+    text_ << ' ' << std::llround(value * 1e3);
     return *this;
   }
   Line& operator<<(const char* text) {
@@ -49,14 +50,16 @@ class Line {
   std::ostringstream text_;
 };
 
-void Add(Line& line, const PadData& pad) {
+void Add(Line& line, const Pad& object) {
+  const PadData& pad = object.data;
   line << pad.name << pad.center << pad.hole << pad.hole_width << pad.hole_rotation << pad.rotation
        << pad.mode << pad.plated << pad.remove_unused << pad.keep_end_layers << pad.mask.solder
        << pad.mask.paste << pad.mask.solder_mode << pad.mask.paste_mode << pad.paste_ratio << pad.clearance;
-  for (const TV7_Layer layer : pad.layers) line << layer;
-  for (const PadLayer& copper : pad.stack) {
-    line << copper.layer << copper.shape << copper.x_size << copper.y_size << copper.offset
-         << copper.corner_ratio << copper.chamfer_ratio << copper.chamfer_corners << copper.trapezoid;
+  for (const TV7_Layer layer : std::set<TV7_Layer>(pad.layers.begin(), pad.layers.end())) line << layer;
+  for (const TV6_Layer layer : {eV6_TopLayer, eV6_MidLayer1, eV6_BottomLayer}) {
+    const PadLayer& copper = object.On(layer);
+    line << copper.shape << copper.x_size << copper.y_size << copper.offset << copper.corner_ratio
+         << copper.chamfer_ratio << copper.chamfer_corners << copper.trapezoid;
     for (const std::vector<TCoordPoint>& polygon : copper.custom) line << polygon;
   }
 }
@@ -74,7 +77,7 @@ void AddData(Line& line, const Primitive& object) {
          << data.keep_end_layers;
     for (const LayerSize& size : data.sizes) line << size.layer << size.size;
   }
-  if (const auto* pad = As<Pad>(&object)) Add(line, pad->data);
+  if (const auto* pad = As<Pad>(&object)) Add(line, *pad);
   if (const auto* text = As<Text>(&object)) {
     const TextData& data = text->data;
     line << data.string << data.anchor << data.size << data.letter_width << data.width << data.rotation

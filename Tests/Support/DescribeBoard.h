@@ -8,7 +8,7 @@
 
 namespace Ketril::Tests {
 
-// Kind, layer, net, flags and data. Angles to four decimals; the scratch flags are left out.
+// Kind, layer, net, flags and data. Angles to three decimals; the scratch flags are left out.
 std::string Describe(const Editor::Primitive& object);
 // A line for each object, members after their group, in the order of the board or sorted.
 std::vector<std::string> DescribeBoard(const Editor::Board& board, bool sorted = false);

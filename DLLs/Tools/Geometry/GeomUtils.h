@@ -43,8 +43,8 @@ class TGeomUtils {
   static int Clockwise(TCoordPoint Pt0, TCoordPoint Pt1, TCoordPoint Pt2);
   // Where the point is outside of an ordered rectangle: 1 above, 2 below, 4 right, 8 left; 0 inside or on it.
   static std::uint32_t ClipCode(TCoordPoint Pt, const TCoordRect& Rc);
-  // Do the closed segments meet, by `Clockwise`. Touching counts. Collinear ones meet unless the rectangle of
-  // the first has both ends of the second beyond one side, so they may be apart on an oblique line.
+  // Do the closed segments meet, by `Clockwise`. Touching counts. Segments that it takes for collinear meet
+  // unless both ends of the second lie beyond one side of the first's rectangle.
   static bool Intersect(TCoordPoint PtA, TCoordPoint PtB, TCoordPoint PtC, TCoordPoint PtD);
   // Exact. Collinear segments: `LinesColinear` when they share more than a point, `LinesTee` when they meet
   // end to end. A point on a segment is `LinesTee`.

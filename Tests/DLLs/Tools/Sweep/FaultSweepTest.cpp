@@ -2,7 +2,7 @@
 // failure a few calls later: whatever fails, the exception reaches the caller and nothing is left open.
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -23,6 +23,10 @@ struct SweptExport {
   const char* name;
   void (*run)(IPCB_Board* board);
 };
+
+void PrintTo(const SweptExport& swept, std::ostream* out) {
+  *out << swept.name;
+}
 
 void RunBoth(IPCB_Board* board) {
   Tools_ReplaceSelectedPadsWithVias(board);
