@@ -32,23 +32,25 @@ void AddCustomaryLayers(Board& board) {
   }
 }
 
-// The text of a board that has nothing on it.
+// The text of a board that has nothing on it; its layers get their numbers from it.
 std::string EmptyBoardText(Board& board) {
   if (board.layers.empty()) AddCustomaryLayers(board);
+  if (board.setup.thickness <= 0) board.setup.thickness = ToUnits(1600000);
   const FileWords words(board);
+  const bool new_numbers = words.version.HasNewLayerNumbers();
   std::string layers = "(layers";
   for (const BoardLayer& layer : board.layers) {
-    layers += " (" + std::to_string(layer.file_number) + " " + words.Name(layer.file_name) + " " + layer.kind;
+    layers += " (" + std::to_string(NumberOfLayer(layer.id, new_numbers)) + " " +
+              words.Name(layer.file_name) + " " + layer.kind;
     if (words.version.QuotesAll() && !layer.user_name.empty()) layers += " " + words.Text(layer.user_name);
     layers += ")";
   }
   const std::string origin = words.Place(board.setup.origin, {});
-  const TCoord thickness = board.setup.thickness > 0 ? board.setup.thickness : ToUnits(1600000);
   const std::string parts[] = {std::string(words.version.QuotesAll() ? "(generator" : "(host") +
                                    (words.version.IsTabbed()    ? " \"ketril\")"
                                     : words.version.QuotesAll() ? " ketril)"
                                                                 : " ketril 1)"),
-                               "(general (thickness " + FileWords::Length(thickness) + "))",
+                               "(general (thickness " + FileWords::Length(board.setup.thickness) + "))",
                                words.version.QuotesAll() ? "(paper \"A4\")" : "(page A4)",
                                layers + ")",
                                "(setup (pad_to_mask_clearance " +

@@ -432,6 +432,7 @@ Ketril::Editor::Net* BoardPass::NetByNumber(std::int32_t number, std::uint32_t p
     const Ref<Ketril::Editor::Net> net = MakeHost<Ketril::Editor::Net>();
     net->data.number = number;
     net->data.name = Platform::ToUtf16("Net-" + std::to_string(number));
+    net->source_id = {position, position + 1};  // where it is named, since it stands nowhere else
     board_.Load(net.Get());
     entry->second = net.Get();
   }

@@ -294,6 +294,7 @@ class BoardPass {
   FileWarnings* const warnings_;
   LayerNames layers_;
   std::unordered_map<std::int32_t, Ketril::Editor::Net*> nets_;
+  std::vector<TV7_Layer> layer_lines_;  // that were passed, when rewriting
   std::unordered_map<const Ketril::Editor::Net*, TCoord> default_holes_;
 
   Placement placement_;

@@ -20,6 +20,7 @@ void BoardPass::Footprint(Component& component) {
   FootprintWords words;
   WithMembers(component, [&] {
     Each([&](const Item& item, std::uint64_t key) {
+      if (!item.is_list && (key == "property"_word || key == "pad"_word)) return;
       switch (key) {
         case "property"_word:
           PropertyItem(item, component);

@@ -183,7 +183,9 @@ void BoardPass::LayerLine(const Item& item) {
   }
   const BoardLayer* const known = board_.FindLayer(layer.id);
   if (edits_) {
-    if (!known || has_own_names) return;
+    const bool is_first = std::ranges::find(layer_lines_, layer.id) == layer_lines_.end();
+    layer_lines_.push_back(layer.id);
+    if (!known || has_own_names || !is_first) return;
     if (!in_.HasWord()) {
       if (!known->user_name.empty()) InsertWord(kind.end, words_->Text(known->user_name));
       return;
@@ -306,17 +308,26 @@ TCoord BoardPass::DefaultHole(const Ketril::Editor::Net* net) {
 }
 
 void BoardPass::InsertNewObjects() {
-  const std::uint32_t close = in_.Position() - 1;
-  const auto insert = [&](Primitive& object) {
-    for (const std::string& expression : BoardComposer(*words_, {}).Expressions(object)) {
-      const std::string_view keyword = std::string_view(expression).substr(1, expression.find(' ') - 1);
-      const SourceSpan after = sections_[SectionOf(keyword)];
-      const SourceSpan place = after.IsEmpty() ? SourceSpan{level_.last_begin, level_.last_end} : after;
-      const std::string blanks(edits_->BlanksBefore(place.begin));
-      edits_->Insert(place.IsEmpty() ? close : place.end, blanks + words_->LayOut(expression, blanks));
-    }
+  struct New {
+    Section section;
+    std::string expression;
   };
-  for (Primitive* object : objects_->Missing()) insert(*object);
+  std::vector<New> expressions;
+  for (Primitive* object : objects_->Missing()) {
+    for (std::string& text : BoardComposer(*words_, {}).Expressions(*object)) {
+      const Section section = SectionOf(std::string_view(text).substr(1, text.find(' ') - 1));
+      expressions.push_back({section, std::move(text)});
+    }
+  }
+  // Those of a section that the board does not have stand at its end, in the order of the sections.
+  std::ranges::stable_sort(expressions, {}, &New::section);
+  const SourceSpan close = {in_.Position() - 1, in_.Position() - 1};
+  const SourceSpan last = level_.last_end > 0 ? SourceSpan{level_.last_begin, level_.last_end} : close;
+  for (const New& added : expressions) {
+    const SourceSpan place = sections_[added.section].IsEmpty() ? last : sections_[added.section];
+    const std::string blanks(edits_->BlanksBefore(place.begin));
+    edits_->Insert(place.end, blanks + words_->LayOut(added.expression, blanks));
+  }
 }
 
 }  // namespace Ketril::Editor

@@ -229,8 +229,12 @@ void BoardPass::PadDrill(const Item& item, Pad& pad, PadLayer& copper, PadWords&
     pad.data.hole_type = read.hole_type;
     pad.data.hole_width = read.hole_width;
     pad.data.hole_rotation = read.hole_rotation;
-  } else if (BoardComposer::PadHole(pad.data) != BoardComposer::PadHole(read)) {
-    edits_->Replace(begin, end, (begin == end ? " " : "") + BoardComposer::PadHole(pad.data));
+  } else if (const std::string hole = BoardComposer::PadHole(pad.data);
+             hole.empty() && !words.has_offset && read.hole > 0) {
+    edits_->Drop(item.begin, words.drill_end);
+    words.drill_end = 0;
+  } else if (hole != BoardComposer::PadHole(read)) {
+    edits_->Replace(begin, end, (begin == end ? " " : "") + hole);
   }
 }
 
@@ -403,8 +407,12 @@ void BoardPass::EndPad(Pad& pad, const PadWords& words) {
   if (pad.data.plated != plated || (pad.data.hole > 0) != (words.hole > 0)) {
     Put(words.type, BoardComposer::PadType(pad.data));
   }
-  if (pad.data.hole > 0 && !Seen("drill"_word))
-    InsertList("(drill " + BoardComposer::PadHole(pad.data) + ")");
+  const std::string offset = words.has_offset ? "" : BoardComposer::PadOffset(pad.On(eV6_TopLayer));
+  if (words.drill_end > 0) {
+    if (!offset.empty()) edits_->Insert(words.drill_end - 1, " " + offset);
+  } else if (const std::string hole = BoardComposer::PadHole(pad.data); !hole.empty() || !offset.empty()) {
+    InsertList("(drill" + (hole.empty() ? "" : " " + hole) + (offset.empty() ? "" : " " + offset) + ")");
+  }
   const MaskData& mask = pad.data.mask;
   const auto margin = [&](const char* word, TCoord value, TMaskExpansionMode mode, TCoord inherited,
                           TMaskExpansionMode inherited_mode) {

@@ -121,7 +121,7 @@ void BoardPass::Font(Text& text) {
     }
   });
   if (Seen("thickness"_word)) return;
-  const TCoord customary = std::min(text.data.size, text.data.letter_width) / 8;
+  const TCoord customary = (std::min(text.data.size, text.data.letter_width) + 4) / 8;
   if (!edits_) {
     text.data.width = customary;
   } else if (text.data.width != customary) {

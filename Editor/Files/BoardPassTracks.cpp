@@ -10,6 +10,7 @@ namespace Ketril::Editor {
 using namespace Literals;
 
 bool BoardPass::Graphic(const Item& item, std::uint64_t key, Group* owner) {
+  if (!item.is_list) return false;
   switch (key) {
     case "segment"_word:
     case "gr_line"_word:

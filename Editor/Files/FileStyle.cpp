@@ -1,9 +1,6 @@
 #include "Editor/Files/FileStyle.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
-#include <random>
 
 #include "Editor/Files/SExpression.h"
 #include "Platform/Text.h"
@@ -11,11 +8,6 @@
 namespace Ketril::Editor {
 
 namespace {
-
-std::mt19937_64& Random() {
-  static std::mt19937_64 random{std::random_device{}()};
-  return random;
-}
 
 bool IsHex(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
@@ -28,23 +20,6 @@ bool IsStamp(std::string_view id) {
 bool IsUuid(std::string_view id) {
   constexpr std::string_view kForm = "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx";
   return std::ranges::equal(id, kForm, [](char c, char form) { return form == 'x' ? IsHex(c) : c == form; });
-}
-
-std::string RandomStamp() {
-  std::array<char, 9> text{};
-  std::snprintf(text.data(), text.size(), "%08X", static_cast<unsigned>(Random()() >> 32));
-  return text.data();
-}
-
-// Version 4 of RFC 4122.
-std::string RandomUuid() {
-  const std::uint64_t a = Random()(), b = Random()();
-  std::array<char, 37> text{};
-  std::snprintf(text.data(), text.size(), "%08x-%04x-4%03x-%04x-%012llx", static_cast<unsigned>(a >> 32),
-                static_cast<unsigned>(a >> 16 & 0xffff), static_cast<unsigned>(a & 0xfff),
-                static_cast<unsigned>(0x8000 | (b >> 48 & 0x3fff)),
-                static_cast<unsigned long long>(b & 0xffffffffffffULL));
-  return text.data();
 }
 
 // The first words of an expression, and the lists that follow them.
@@ -160,7 +135,8 @@ std::string FileWords::Identifier(Primitive& primitive) const {
   if (!version.HasUuids() && !NeedsIdentifier(primitive)) return {};
   std::string id = Platform::ToUtf8(primitive.UniqueId());
   if (version.HasUuids() ? !IsUuid(id) : !IsStamp(id)) {
-    id = version.HasUuids() ? RandomUuid() : RandomStamp();
+    id = Platform::ToUtf8(NewIdentifier());
+    if (!version.HasUuids()) id.resize(8);
     primitive.SetUniqueId(Platform::ToUtf16(id));
   }
   return version.IsTabbed() ? " (uuid \"" + id + "\")" : " (tstamp " + id + ")";
@@ -168,7 +144,8 @@ std::string FileWords::Identifier(Primitive& primitive) const {
 
 std::string FileWords::RandomIdentifier() const {
   if (!version.HasUuids()) return {};
-  return version.IsTabbed() ? " (uuid \"" + RandomUuid() + "\")" : " (tstamp " + RandomUuid() + ")";
+  const std::string id = Platform::ToUtf8(NewIdentifier());
+  return version.IsTabbed() ? " (uuid \"" + id + "\")" : " (tstamp " + id + ")";
 }
 
 std::string FileWords::Fill(bool filled) const {
@@ -186,10 +163,6 @@ std::string FileWords::LayOut(const std::string& expression, std::string_view bl
   std::string result;
   LayOutInto(result, expression, std::string(blanks), version.IsTabbed());
   return result;
-}
-
-void FileWords::SeedIdentifiers(std::uint64_t seed) {
-  Random().seed(seed);
 }
 
 }  // namespace Ketril::Editor

@@ -80,9 +80,6 @@ class FileWords {
   // An expression on one line laid out as the version does, its lines indented to stand after `blanks`.
   std::string LayOut(const std::string& expression, std::string_view blanks) const;
 
-  // For tests: the random identifiers that follow are those of this seed.
-  static void SeedIdentifiers(std::uint64_t seed);
-
  private:
   std::unordered_map<const Net*, std::int32_t> numbers_;
   std::int32_t next_number_ = 1;

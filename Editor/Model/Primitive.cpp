@@ -24,7 +24,16 @@ struct Primitive::Rare {
 
 namespace {
 
-// A random identifier in the form of the board files, version 4 of RFC 4122.
+template <class Visit>
+void VisitWithMembers(Primitive& primitive, const Visit& visit) {
+  visit(primitive);
+  if (const auto* members = primitive.MemberList()) {
+    for (const Ref<Primitive>& member : *members) VisitWithMembers(*member, visit);
+  }
+}
+
+}  // namespace
+
 std::u16string NewIdentifier() {
   static std::mt19937_64 random{std::random_device{}()};
   constexpr std::string_view kForm = "xxxxxxxx-xxxx-4xxx-vxxx-xxxxxxxxxxxx";
@@ -35,16 +44,6 @@ std::u16string NewIdentifier() {
   }
   return id;
 }
-
-template <class Visit>
-void VisitWithMembers(Primitive& primitive, const Visit& visit) {
-  visit(primitive);
-  if (const auto* members = primitive.MemberList()) {
-    for (const Ref<Primitive>& member : *members) VisitWithMembers(*member, visit);
-  }
-}
-
-}  // namespace
 
 Primitive::Primitive(TObjectId kind) : kind(kind) {}
 

@@ -226,6 +226,8 @@ class Primitive : public IInterface {
 
 // "(100mil,200mil)", from the board's origin in the unit that it shows; `board` may be null.
 std::u16string PointText(TCoordPoint point, const Board* board);
+// A new random identifier, version 4 of RFC 4122.
+std::u16string NewIdentifier();
 // "Track", "Via", …: the kind as people call it.
 const char* KindName(TObjectId kind);
 

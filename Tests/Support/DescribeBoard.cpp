@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <set>
 #include <sstream>
 
@@ -58,8 +59,9 @@ void Add(Line& line, const Pad& object) {
   for (const TV7_Layer layer : std::set<TV7_Layer>(pad.layers.begin(), pad.layers.end())) line << layer;
   for (const TV6_Layer layer : {eV6_TopLayer, eV6_MidLayer1, eV6_BottomLayer}) {
     const PadLayer& copper = object.On(layer);
-    line << copper.shape << copper.x_size << copper.y_size << copper.offset << copper.corner_ratio
-         << copper.chamfer_ratio << copper.chamfer_corners << copper.trapezoid;
+    line << copper.shape << copper.x_size << copper.y_size << copper.offset
+         << (copper.shape == eRoundedRectangular ? copper.corner_ratio : 0) << copper.chamfer_ratio
+         << copper.chamfer_corners << copper.trapezoid;
     for (const std::vector<TCoordPoint>& polygon : copper.custom) line << polygon;
   }
 }
@@ -105,6 +107,21 @@ void AddData(Line& line, const Primitive& object) {
   }
 }
 
+bool AreNear(const std::string& a, const std::string& b, double tolerance) {
+  if (tolerance == 0) return a == b;
+  std::istringstream left(a), right(b);
+  std::string x, y;
+  while (left >> x) {
+    if (!(right >> y)) return false;
+    char* end_x = nullptr;
+    char* end_y = nullptr;
+    const double difference = std::strtod(x.c_str(), &end_x) - std::strtod(y.c_str(), &end_y);
+    const bool numbers = *end_x == '\0' && *end_y == '\0';
+    if (numbers ? std::abs(std::remainder(difference, 360000)) > tolerance : x != y) return false;
+  }
+  return !(right >> y);
+}
+
 }  // namespace
 
 std::string Describe(const Primitive& object) {
@@ -114,6 +131,21 @@ std::string Describe(const Primitive& object) {
        << (object.GetNet() ? object.GetNet()->data.name : u"-");
   AddData(line, object);
   return line.Text();
+}
+
+std::string Differences(const std::vector<std::string>& expected, const std::vector<std::string>& actual,
+                        double tolerance) {
+  if (expected.size() != actual.size()) {
+    return std::to_string(expected.size()) + " lines became " + std::to_string(actual.size());
+  }
+  std::string text;
+  int shown = 0;
+  for (std::size_t i = 0; i < expected.size() && shown < 5; ++i) {
+    if (AreNear(expected[i], actual[i], tolerance)) continue;
+    ++shown;
+    text += "expected" + expected[i] + "\n  actual" + actual[i] + "\n";
+  }
+  return text;
 }
 
 std::vector<std::string> DescribeBoard(const Board& board, bool sorted) {

@@ -13,4 +13,9 @@ std::string Describe(const Editor::Primitive& object);
 // A line for each object, members after their group, in the order of the board or sorted.
 std::vector<std::string> DescribeBoard(const Editor::Board& board, bool sorted = false);
 
+// The first lines that differ; empty when none does. Words that are numbers may differ by `tolerance`, or by
+// whole turns.
+std::string Differences(const std::vector<std::string>& expected, const std::vector<std::string>& actual,
+                        double tolerance = 0);
+
 }  // namespace Ketril::Tests

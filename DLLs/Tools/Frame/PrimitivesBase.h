@@ -15,6 +15,7 @@
 #include "DLLs/Tools/Frame/ContainedObject.h"
 #include "DLLs/Tools/Frame/HostLink.h"
 #include "DLLs/Tools/Frame/ObjectScope.h"
+#include "DLLs/Tools/Frame/WrapperMemory.h"
 #include "Interfaces/Board.h"
 
 namespace Ketril::Tools {
@@ -164,7 +165,10 @@ class TPrimitive : public TContainedObject {
  protected:
   explicit TPrimitive(Ref<IPCB_Primitive> primitive) : FPrimitive(std::move(primitive)) {}
   ~TPrimitive() override = default;
-  static void operator delete(void* memory) { ::operator delete(memory); }  // `Free` is the way
+  static void* operator new(std::size_t size) { return TakeWrapperMemory(size); }
+  static void operator delete(void* memory, std::size_t size) {
+    ReturnWrapperMemory(memory, size);
+  }  // `Free` is the way
 
   // Records a new wrapper in an open scope and calls its `Init`; frees it when that raises.
   static void Enter(TPrimitive* wrapper);

@@ -1,9 +1,9 @@
 // The integer half: distances, angles, side tests and meetings of points and edges of whole coordinates.
 //
-// Coordinates compare exactly. Differences never overflow; where a product decides in `Intersection`,
-// `DoLinesCross`, `IsPointOnLine`, `IntersectionCase` or `IntersectionCode` it is exact for all coordinates.
-// What is rounded to a coordinate goes half away from zero (`Nearest`) and is kept in range. Nothing here
-// raises.
+// Coordinates compare exactly, and there is no tolerance but what an operation names. Differences never
+// overflow; where a product decides in `Intersection`, `DoLinesCross`, `IsPointOnLine`, `IntersectionCase`
+// or `IntersectionCode` it is exact for all coordinates. What is rounded to a coordinate goes half away from
+// zero (`Nearest`) and is kept in range. Nothing here raises.
 #pragma once
 
 #include <cstdint>
@@ -35,7 +35,8 @@ class TGeomUtils {
   // The same in radians, with the arc tangent taken in single precision.
   static double CartesianAngle(TCoordPoint Pt1, TCoordPoint Pt2);
   // Radians of a direction: at least 0, below 2 pi. The axes and the diagonals are the exact multiples of
-  // pi / 4; equal directions of whole components compare equal, whatever their lengths. 0 for no direction.
+  // pi / 4; equal directions of whole components compare equal, whatever their lengths, and so may different
+  // ones that are less than 1e-15 apart. 0 for no direction.
   static double VectorAngle(double Dy, double Dx);
 
   // 1 when Pt2 is left of the way from Pt0 to Pt1, -1 right, 0 on its line. An edge along an axis is decided

@@ -64,8 +64,9 @@ Meeting Meet(const TLEdgeType& fixed, const TLEdgeType& poly) {
   } else {
     const auto along = [&](TCoord left, std::int64_t length) {
       const TWide way = length * meeting.on_fixed;
-      return static_cast<double>(left + way / meeting.cross) +
-             static_cast<double>(way % meeting.cross) / static_cast<double>(meeting.cross);
+      const TWide whole = left + way / meeting.cross;
+      const TWide rest = way % meeting.cross;
+      return static_cast<double>(whole) + static_cast<double>(rest) / static_cast<double>(meeting.cross);
     };
     meeting.place = {along(fixed.Left.x, way1.x), along(fixed.Left.y, way1.y)};
   }
@@ -81,8 +82,7 @@ struct ChainAngles {
   double right;
 };
 
-// The directions from the meeting place along a chain. `part` of `whole` is how far along the edge the place
-// is.
+// The directions from a place on the line of an edge, which is not an end, to its ends.
 ChainAngles AnglesInside(const TLEdgeType& edge, TWide part, TWide whole) {
   const TCoordDelta way = Delta(edge.Left, edge.Right);
   return {DirectionAngle(part > 0 ? -way : way), DirectionAngle(part < whole ? way : -way)};
@@ -97,8 +97,8 @@ struct Ray {
   int label;
 };
 
-// The labels c0, c1, c2 of rays in order, with those of coinciding rays compressed; empty is -1.
-int Code(const std::array<Ray, 3>& rays) {
+// The labels of the rays, which are in order, as one number, those of coinciding rays compressed.
+int CodeOf(const std::array<Ray, 3>& rays) {
   const auto [a1, c0] = rays[0];
   const auto [a2, c1] = rays[1];
   const auto [a3, c2] = rays[2];
@@ -145,7 +145,7 @@ int TGeomUtils::IntersectionCode(const TLEdgeType& Edge1, const TLEdgeType& edge
                               {from_reference(chain2.left), 1},
                               {from_reference(chain2.right), 2}}};
   std::stable_sort(rays.begin(), rays.end(), [](const Ray& r, const Ray& s) { return r.angle < s.angle; });
-  return Code(rays);
+  return CodeOf(rays);
 }
 
 }  // namespace Ketril::Tools

@@ -23,6 +23,7 @@ TEST(GeomUtilsEdges, IntersectionCase) {
       {"both right", flat, {{16, 6}, {15, 5}}, 10, {15, 5}},
       {"parallel", flat, {{0, 7}, {5, 7}}, 4, {5, 5}},
       {"collinear, right end shared", flat, {{15, 5}, {25, 5}}, 9, {15, 5}},
+      {"the same edge", flat, {{5, 5}, {15, 5}}, 5, {5, 5}},
       {"a point as the fixed edge", {{5, 5}, {5, 5}}, flat, 13, {5, 5}},
       {"exact far out", wide, {{1111111110, 555555555}, {INT_MIN, INT_MAX}}, 1, {1111111110, 555555555}},
       {"off the line by 1 far out",

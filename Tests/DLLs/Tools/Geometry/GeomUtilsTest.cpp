@@ -167,6 +167,7 @@ TEST(GeomUtils, ProjectPointOntoSegment) {
   const std::tuple<const char*, TCoordPoint, TCoordPoint, TCoordPoint, bool, TCoordPoint, double> rows[] = {
       {"at the first end", {10, 10}, {20, 10}, {10, 14}, true, {10, 10}, 4},
       {"at the second end", {10, 10}, {20, 10}, {20, 6}, true, {20, 10}, 4},
+      {"before", {10, 10}, {20, 10}, {9, 10}, false, {-1, -1}, -1},
       {"beyond", {10, 10}, {20, 10}, {21, 10}, false, {-1, -1}, -1},
       {"a point", {10, 10}, {10, 10}, {10, 10}, false, {-1, -1}, -1},
       {"half away from zero of the way", {1, 1}, {4, 4}, {2, 3}, true, {3, 3}, std::sqrt(0.5)},
@@ -258,8 +259,8 @@ TEST(GeomUtils, FollowsSymmetries) {
     TCoordPoint p[4];
     for (TCoordPoint& q : p) q = {some(random), some(random)};
     const auto& [a, b, c, d] = p;
-    const auto gap = [&] {
-      return TGeomUtils::RectToRectDistance(TRectUtils::SetRect(a, b), TRectUtils::SetRect(c, d));
+    const auto gap = [&p] {
+      return TGeomUtils::RectToRectDistance(TRectUtils::SetRect(p[0], p[1]), TRectUtils::SetRect(p[2], p[3]));
     };
     const int turn = TGeomUtils::Clockwise(a, b, c), sector = TGeomUtils::GetPointSectorCode(a, b, c, d);
     const TLineCrossType cross = TGeomUtils::DoLinesCross(a, b, c, d);
