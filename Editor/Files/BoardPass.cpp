@@ -340,6 +340,8 @@ bool BoardPass::Common(const Item& item, std::uint64_t key, Primitive& primitive
   switch (key) {
     case "layer"_word:
     case "layers"_word:
+      // They say the same: the first one counts.
+      if (Seen(key == "layer"_word ? "layers"_word : "layer"_word)) return true;
       Layer(primitive.state.layer);
       return true;
     case "net"_word:

@@ -63,7 +63,7 @@ bool BoardPass::PadWord(const Item& item, std::uint64_t key, Pad& pad, PadLayer&
       PadDrill(item, pad, copper, words);
       return true;
     case "layers"_word:
-      PadLayers(item, pad);
+      if (!Seen("layer"_word)) PadLayers(item, pad);
       return true;
     case "padstack"_word:
       PadStack(item, pad);

@@ -284,10 +284,12 @@ void BoardPass::ZoneWord(const Item& item, std::uint64_t key, Polygon& polygon, 
       words.net_name = in_.Word("a net's name");
       break;
     case "layer"_word:
+      if (Seen("layers"_word)) break;  // they say the same: the first one counts
       Layer(polygon.state.layer);
       if (!edits_) data.layers = {polygon.state.layer};
       break;
     case "layers"_word:
+      if (Seen("layer"_word)) break;
       ZoneLayers(item, polygon);
       break;
     case "name"_word:
