@@ -359,6 +359,7 @@ std::size_t Selection::Apply(Board& board) const {
     object.Set(kFlag_Selected, match);
     count += match ? 1 : 0;
   });
+  board.SelectionChanged();
   return count;
 }
 
