@@ -16,6 +16,25 @@ namespace {
 
 constexpr std::size_t kMostKeys = 64;  // of one list; no expression has as many
 constexpr std::size_t kMostWarnings = 100;
+// Words of one meaning, in this version and that, count as one.
+constexpr std::uint64_t MeaningOf(std::uint64_t key) {
+  switch (key) {
+    case "layers"_word:
+      return "layer"_word;
+    case "stroke"_word:
+    case "style"_word:
+      return "width"_word;
+    case "tstamp"_word:
+      return "uuid"_word;
+    case "remove_unused_layer"_word:
+      return "remove_unused_layers"_word;
+    case "solder_paste_ratio"_word:
+      return "solder_paste_margin_ratio"_word;
+    default:
+      return key;
+  }
+}
+
 constexpr std::uint32_t kLockedStatus = 0x40000;  // the oldest version locks tracks by a bit
 
 }  // namespace
@@ -46,7 +65,7 @@ std::vector<Primitive*> SourceTable::Missing() const {
 }
 
 BoardPass::BoardPass(Board& board, FileWarnings* warnings)
-    : board_(board), in_(board.file.text, board.file.path), warnings_(warnings), layers_(board) {}
+    : board_(board), in_(board.file.text, board.file.path), warnings_(warnings) {}
 
 void BoardPass::Warn(std::uint32_t position, const std::string& message) {
   if (!warnings_ || warnings_->size() >= kMostWarnings) return;
@@ -58,12 +77,14 @@ void BoardPass::Warn(std::uint32_t position, const std::string& message) {
 }
 
 bool BoardPass::IsFirst(std::uint64_t key) {
+  key = MeaningOf(key);
   if (Seen(key) || seen_.size() - level_.first_key == kMostKeys) return false;
   seen_.push_back(key);
   return true;
 }
 
 bool BoardPass::Seen(std::uint64_t key) const {
+  key = MeaningOf(key);
   return std::find(seen_.begin() + static_cast<std::ptrdiff_t>(level_.first_key), seen_.end(), key) !=
          seen_.end();
 }
@@ -117,10 +138,10 @@ BoardPass::Outline BoardPass::TakeOutline() {
     if (edits_) outline.places.push_back(taken);
     return taken.at;
   };
-  Each([&](const Item& item, std::uint64_t key) {
-    if (key == "xy"_word && item.is_list) {
+  Each([&](const Item&, std::uint64_t key) {
+    if (key == "xy"_word) {
       outline.points.push_back(place());
-    } else if (key == "arc"_word && item.is_list) {
+    } else if (key == "arc"_word) {
       outline.is_plain = false;
       TCoordPoint ends[3];
       const Enter arc(*this);
@@ -340,8 +361,6 @@ bool BoardPass::Common(const Item& item, std::uint64_t key, Primitive& primitive
   switch (key) {
     case "layer"_word:
     case "layers"_word:
-      // They say the same: the first one counts.
-      if (Seen(key == "layer"_word ? "layers"_word : "layer"_word)) return true;
       Layer(primitive.state.layer);
       return true;
     case "net"_word:
@@ -352,9 +371,11 @@ bool BoardPass::Common(const Item& item, std::uint64_t key, Primitive& primitive
       Stamp(primitive);
       return true;
     case "locked"_word:
+    case "locked"_bare:
       SayFlag(item, locked_, primitive, kFlag_Locked);
       return true;
     case "hide"_word:
+    case "hide"_bare:
       SayFlag(item, hidden_, primitive, kFlag_Hidden);
       return true;
     case "status"_word:

@@ -124,7 +124,8 @@ class BoardPass {
   BoardPass(Board& board, FileWarnings* warnings);
   void Walk();
 
-  // Walks the list's items: `visit(item, key)`. Once: passes over lists and words that were there before.
+  // Walks the list's items: `visit(item, key)`, the key as by _word or _bare. Once: passes over lists and
+  // words that were there before.
   template <class Visit>
   void Each(Visit&& visit);
   template <class Visit>
@@ -306,6 +307,7 @@ class BoardPass {
   Said locked_, hidden_;  // of the object that the pass is in
   SourceSpan text_cache_;
   bool zone_is_teardrop_ = false;
+  TV7_Layer zone_layer_;    // of fills that name none
   SourceSpan sections_[6];  // of the board: the last expression of each
 
   // Rewriting only.
@@ -323,7 +325,8 @@ void BoardPass::Each(Visit&& visit) {
   in_.ForEach([&](const Item& item) {
     item_ = item;
     const unsigned depth = in_.Depth() - (item.is_list ? 1 : 0);
-    visit(item, KeywordHash(item.word.text));
+    const std::uint64_t key = KeywordHash(item.word.text);
+    visit(item, item.is_list ? key : ~key);
     in_.Leave(depth);
     if (item.is_list) {
       level_.last_begin = item.begin;

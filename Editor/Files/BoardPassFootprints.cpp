@@ -20,7 +20,6 @@ void BoardPass::Footprint(Component& component) {
   FootprintWords words;
   WithMembers(component, [&] {
     Each([&](const Item& item, std::uint64_t key) {
-      if (!item.is_list && (key == "property"_word || key == "pad"_word)) return;
       switch (key) {
         case "property"_word:
           PropertyItem(item, component);
@@ -167,6 +166,7 @@ void BoardPass::FreePad(Pad& pad) {
         Stamp(pad);
         break;
       case "locked"_word:
+      case "locked"_bare:
         SayFlag(item, locked_, pad, kFlag_Locked);
         break;
       default:

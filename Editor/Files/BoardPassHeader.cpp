@@ -83,6 +83,8 @@ void BoardPass::Walk() {
 
 void BoardPass::BoardItem(const Item& item, std::uint64_t key) {
   if (!item.is_list) return;
+  // What follows is read by it.
+  if (key != "version"_word) Require("version"_word, "version at its begin");
   switch (key) {
     case "net"_word:
       NetItem(item);
@@ -153,9 +155,10 @@ void BoardPass::Layers() {
   Each([&](const Item& item, std::uint64_t) {
     if (item.is_list) LayerLine(item);
   });
-  if (edits_) return;
-  std::ranges::stable_sort(
-      board_.layers, {}, [](const BoardLayer& layer) { return IsSignalLayer(layer.id) ? layer.id.ID : ~0u; });
+  const auto from_the_top = [](const BoardLayer& layer) {
+    return IsSignalLayer(layer.id) ? layer.id.ID : ~0u;
+  };
+  if (!edits_) std::ranges::stable_sort(board_.layers, {}, from_the_top);
   layers_ = LayerNames(board_);
 }
 

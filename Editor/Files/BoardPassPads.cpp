@@ -56,6 +56,9 @@ void BoardPass::PadFields(Pad& pad) {
 
 bool BoardPass::PadWord(const Item& item, std::uint64_t key, Pad& pad, PadLayer& copper, PadWords& words) {
   switch (key) {
+    case "shape"_word:
+    case "offset"_word:
+      return true;  // words of a stack's layers, not of a pad
     case "at"_word:
       PlaceAndAngle(pad.data.center, pad.data.rotation);
       return true;
@@ -63,7 +66,7 @@ bool BoardPass::PadWord(const Item& item, std::uint64_t key, Pad& pad, PadLayer&
       PadDrill(item, pad, copper, words);
       return true;
     case "layers"_word:
-      if (!Seen("layer"_word)) PadLayers(item, pad);
+      PadLayers(item, pad);
       return true;
     case "padstack"_word:
       PadStack(item, pad);
@@ -308,7 +311,9 @@ void BoardPass::Primitives(const Item& item, PadLayer& copper) {
     TextEdits* const edits = std::exchange(edits_, nullptr);
     const Placement outer = std::exchange(placement_, Placement());
     const Enter level(*this);
-    Each([&](const Item&, std::uint64_t key) { PadPrimitive(key, polygons); });
+    Each([&](const Item& part, std::uint64_t key) {
+      if (part.is_list) PadPrimitive(key, polygons);
+    });
     placement_ = outer;
     edits_ = edits;
   }

@@ -99,6 +99,7 @@ void BoardPass::Effects(Text& text) {
         Justify(item, text);
         break;
       case "hide"_word:
+      case "hide"_bare:
         SayFlag(item, hidden_, text, kFlag_Hidden);
         break;
       default:

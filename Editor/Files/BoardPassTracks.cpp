@@ -10,7 +10,6 @@ namespace Ketril::Editor {
 using namespace Literals;
 
 bool BoardPass::Graphic(const Item& item, std::uint64_t key, Group* owner) {
-  if (!item.is_list) return false;
   switch (key) {
     case "segment"_word:
     case "gr_line"_word:
@@ -288,9 +287,9 @@ void BoardPass::ViaFields(Via& via) {
   bool is_blind = false;
   EachOnce([&](const Item& item, std::uint64_t key) {
     switch (key) {
-      case "blind"_word:
-      case "micro"_word:
-      case "buried"_word:
+      case "blind"_bare:
+      case "micro"_bare:
+      case "buried"_bare:
         is_blind = true;
         break;
       case "at"_word:
@@ -374,6 +373,7 @@ void BoardPass::EndVia(Via& via) {
 // `(padstack (mode front_inner_back) (layer "Inner" (size 0.5)) ...)`: sizes that are not the via's own.
 void BoardPass::ViaStack(const Item& item, Via& via) {
   ViaData read;
+  read.mode = ePadMode_LocalStack;
   {
     const Enter level(*this);
     Each([&](const Item&, std::uint64_t key) {

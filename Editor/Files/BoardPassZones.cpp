@@ -254,6 +254,7 @@ void BoardPass::Zone(Polygon& polygon) {
       if (key == "polygon"_word) {
         ZoneOutline(polygon.data.rings, words.outlines);
       } else if (key == "filled_polygon"_word) {
+        zone_layer_ = polygon.state.layer;
         Object(item, &polygon, &BoardPass::ZoneFill);
       } else if (IsFirst(key)) {
         ZoneWord(item, key, polygon, words);
@@ -269,7 +270,6 @@ void BoardPass::Zone(Polygon& polygon) {
     Region* const region = As<Region>(member.Get());
     if (!region) continue;
     region->data.line_width = words.is_stroked ? polygon.data.min_thickness : 0;
-    if (region->state.layer == TV7_Layer(eV6_NoLayer)) region->state.layer = polygon.state.layer;
     region->SetNet(polygon.GetNet());
   }
 }
@@ -284,12 +284,10 @@ void BoardPass::ZoneWord(const Item& item, std::uint64_t key, Polygon& polygon, 
       words.net_name = in_.Word("a net's name");
       break;
     case "layer"_word:
-      if (Seen("layers"_word)) break;  // they say the same: the first one counts
       Layer(polygon.state.layer);
       if (!edits_) data.layers = {polygon.state.layer};
       break;
     case "layers"_word:
-      if (Seen("layer"_word)) break;
       ZoneLayers(item, polygon);
       break;
     case "name"_word:
@@ -354,7 +352,7 @@ void BoardPass::ZoneOutline(std::vector<Ring>& rings, std::size_t& count) {
 
 // `(filled_polygon (layer "F.Cu") (pts ...))`
 void BoardPass::ZoneFill(Region& region) {
-  if (!edits_) region.state.layer = eV6_NoLayer;  // the zone's, unless one is named
+  if (!edits_) region.state.layer = zone_layer_;
   EachOnce([&](const Item&, std::uint64_t key) {
     if (key == "layer"_word) Layer(region.state.layer);
     if (key == "pts"_word) {
@@ -378,7 +376,7 @@ void BoardPass::Connections(Polygon& polygon) {
     if (!item.is_list && word.text.empty()) {
       word = item.word;
       solid = word.text == "yes";
-    } else if (item.is_list && key == "clearance"_word) {
+    } else if (key == "clearance"_word) {
       Length(polygon.data.clearance);
     }
   });
@@ -431,8 +429,8 @@ void BoardPass::FillSettings(Polygon& polygon) {
   const std::uint32_t begin = in_.Position();
   EachOnce([&](const Item& item, std::uint64_t key) {
     if (!item.is_list && word.text.empty()) word = item.word;
-    if (item.is_list && key == "thermal_gap"_word) Length(polygon.data.relief_gap);
-    if (item.is_list && key == "thermal_bridge_width"_word) Length(polygon.data.relief_conductor);
+    if (key == "thermal_gap"_word) Length(polygon.data.relief_gap);
+    if (key == "thermal_bridge_width"_word) Length(polygon.data.relief_conductor);
   });
   const bool filled = word.text == "yes";
   if (!edits_) {

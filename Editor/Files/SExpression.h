@@ -101,8 +101,11 @@ constexpr std::uint64_t KeywordHash(std::string_view word) {
   return hash;
 }
 namespace Literals {
-constexpr std::uint64_t operator""_word(const char* text, std::size_t size) {
+constexpr std::uint64_t operator""_word(const char* text, std::size_t size) {  // the first word of a list
   return KeywordHash({text, size});
+}
+constexpr std::uint64_t operator""_bare(const char* text, std::size_t size) {  // a word by itself
+  return ~KeywordHash({text, size});
 }
 }  // namespace Literals
 

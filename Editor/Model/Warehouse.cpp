@@ -89,8 +89,7 @@ Primitive* Warehouse::Walk::Next() {
   while (!heads_.empty()) {
     Head& head = heads_.back();
     const std::vector<Ref<Primitive>>& objects = warehouse_->shelves_[head.kind].objects;
-    Primitive* object = head.slot < objects.size() ? objects[head.slot].Get() : nullptr;
-    if (object && object->order != head.order) object = nullptr;
+    Primitive* const object = head.slot < objects.size() ? objects[head.slot].Get() : nullptr;
     if (Seek(head, head.order + 1)) {
       for (std::size_t i = heads_.size() - 1; i > 0 && heads_[i].order > heads_[i - 1].order; --i) {
         std::swap(heads_[i], heads_[i - 1]);

@@ -161,8 +161,15 @@ TEST(Iterators, AreHandedBackOnceAndWhereTheyWereMade) {
     EXPECT_TRUE(Walked(members).empty());
     EXPECT_EQ(board->LiveIterators(), 2);
     Ref<IPCB_Primitive> object;
-    walk->First(object);
+    Track& second = PutTrack(*board, {0, 0}, {9, 9});
+    const Ref<Primitive> held(&second);
     area->First(object);
+    EXPECT_EQ(object.Get(), track.AsInterface());
+    board->Remove(&second);
+    board->Add(&second);
+    area->Next(object);
+    EXPECT_FALSE(object) << "what left and came back is new";
+    walk->First(object);
     board = nullptr;  // dies under the two that are left
     walk->Next(object);
     EXPECT_FALSE(object);

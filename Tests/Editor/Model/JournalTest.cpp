@@ -30,7 +30,7 @@ void Tell(std::ostream& out, const Primitive& object) {
 std::string Told(Board& board) {
   std::ostringstream out;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) { Tell(out, object); });
-  for (const Primitive* found : board.index.Find({0, 0, 1000000, 1000000})) out << found << ' ';
+  for (const Primitive* found : board.index.Find({0, 0, 500000, 500000})) out << found << ' ';
   out << board.setup.origin.x << ' ' << board.setup.grid_y << ' ' << board.document_changed
       << board.file_changed;
   for (const BoardLayer& layer : board.layers) out << ' ' << layer.user_name.size();
@@ -60,7 +60,7 @@ class RandomEdits {
         board_.CancelPrimaryWarehouseRegistration(place.AsInterface());
         break;
       case 2:
-        place.AsInterface()->MoveByXY(random_.Below(999), -5);
+        place.AsInterface()->MoveByXY(random_.Below(400000), -5);
         break;
       case 3:
         object.AsInterface()->SetState_Net(random_.Below(4) ? random_.Of(nets_).Get() : nullptr);
@@ -122,6 +122,7 @@ TEST(Journal, UndoBringsTheBoardBack) {
       board->journal.Begin();
       const std::string before = Told(*board);
       for (int i = random.Below(60); i > 0; --i) edits.Edit();
+      board->index.Find({});  // brings the index to what the undo takes back
       board->journal.Undo();
       ASSERT_EQ(Told(*board), before);
       EXPECT_TRUE(board->journal.Changes().empty());
