@@ -14,7 +14,7 @@ constexpr double kPitch = 0.8;  // mm between tracks
 
 std::string SyntheticBoard(std::int64_t tracks) {
   std::string text =
-      "(kicad_pcb (version 20171130) (host ketril 1)\n"
+      "(kicad_pcb (version 20171130) (host ketril \"1.0\")\n"
       "  (general\n    (thickness 1.6)\n  )\n"
       "  (layers\n    (0 F.Cu signal)\n    (31 B.Cu signal)\n    (44 Edge.Cuts user)\n  )\n"
       "  (net 0 \"\")\n";

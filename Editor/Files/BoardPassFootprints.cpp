@@ -5,8 +5,39 @@ namespace Ketril::Editor {
 
 using namespace Literals;
 
+namespace {
+
+bool IsZero(std::string_view number) {
+  return !number.empty() && number.find_first_not_of("+-0.") == number.npos;
+}
+
+// Whether the footprint is one that stands for a free pad: nobody has turned it, and it has one pad, in its
+// origin. `in` is behind the word that opened the footprint.
+bool IsFreePad(SExpressionCursor in) {
+  if (in.Word("the footprint's name").text != kFreePadName) return false;
+  int pads = 0;
+  bool is_plain = true;
+  const auto is_at = [&](bool in_origin) {
+    int count = 0;
+    for (; in.HasWord(); ++count) is_plain &= IsZero(in.Word("a number").text) || !in_origin;
+    is_plain &= count == 2;
+  };
+  in.ForEach([&](const SExpressionItem& item) {
+    if (!item.is_list) return;
+    if (item.word.text == "at") is_at(false);
+    if (item.word.text != "pad") return;
+    ++pads;
+    in.ForEach([&](const SExpressionItem& part) {
+      if (part.is_list && part.word.text == "at") is_at(true);
+    });
+  });
+  return pads == 1 && is_plain;
+}
+
+}  // namespace
+
 void BoardPass::FootprintItem(const Item& item) {
-  if (SExpressionCursor(in_).Word("the footprint's name").text == kFreePadName) {
+  if (IsFreePad(in_)) {
     Object(item, nullptr, &BoardPass::FreePad);
   } else {
     Object(item, nullptr, &BoardPass::Footprint);

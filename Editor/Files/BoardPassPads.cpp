@@ -150,13 +150,15 @@ void BoardPass::EndCopper(PadLayer& copper, const CopperWords& words) {
   const bool is_circle = words.shape.text == "circle";
   const bool is_trapezoid = words.shape.text == "trapezoid";
   const TShape shape = ShapeNamed(is_custom ? words.anchor.text : words.shape.text);
+  // The file's x makes the left side the longer one.
+  const TCoordPoint trapezoid =
+      is_trapezoid ? TCoordPoint{-words.x_delta.value, words.y_delta.value} : TCoordPoint{};
   const TCoord y_size = is_circle ? words.x_size.value : words.y_size.value;  // a circle's y does not count
   if (!edits_) {
     copper.shape = shape;
     copper.x_size = words.x_size.value;
     copper.y_size = y_size;
-    // The file's x makes the left side the longer one.
-    if (is_trapezoid) copper.trapezoid = {-words.x_delta.value, words.y_delta.value};
+    if (is_trapezoid) copper.trapezoid = trapezoid;
     return;
   }
   PutMeasure(words.x_size, copper.x_size);
@@ -171,7 +173,7 @@ void BoardPass::EndCopper(PadLayer& copper, const CopperWords& words) {
   if (copper.shape != shape && is_custom) {
     if (!words.anchor.text.empty()) Put(words.anchor, copper.shape == eRectangular ? "rect" : "circle");
   } else if (copper.shape != shape || (is_circle && copper.x_size != copper.y_size) ||
-             is_trapezoid != (copper.trapezoid != TCoordPoint{})) {
+             (copper.trapezoid == TCoordPoint{}) != (trapezoid == TCoordPoint{})) {
     Put(words.shape, BoardComposer::PadShape(*words_, copper));
     if (!Seen("roundrect_rratio"_word) && !Seen("chamfer"_word)) {
       for (const std::string& list : BoardComposer::PadCorners(*words_, copper)) InsertList(list);
