@@ -297,6 +297,7 @@ class BoardPass {
   std::unordered_map<std::int32_t, Ketril::Editor::Net*> nets_;
   std::vector<TV7_Layer> layer_lines_;  // that were passed, when rewriting
   std::unordered_map<const Ketril::Editor::Net*, TCoord> default_holes_;
+  std::vector<Via*> without_hole_;  // that were read: theirs is known when all net classes are
 
   Placement placement_;
   MaskData mask_;         // of the footprint, for pads that say nothing

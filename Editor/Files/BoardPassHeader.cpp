@@ -42,7 +42,9 @@ constexpr std::int32_t kMostNets = 100000000;
 
 void BoardPass::Read(Board& board, FileWarnings& warnings) {
   CheckText(board.file.text, board.file.path);
-  BoardPass(board, &warnings).Walk();
+  BoardPass pass(board, &warnings);
+  pass.Walk();
+  for (Via* via : pass.without_hole_) via->data.hole = pass.DefaultHole(via->GetNet());
 }
 
 std::string BoardPass::Rewrite(Board& board) {
@@ -303,7 +305,9 @@ void BoardPass::NetClass(ObjectClass& net_class) {
 TCoord BoardPass::DefaultHole(const Ketril::Editor::Net* net) {
   const auto [entry, is_new] = default_holes_.try_emplace(net, 0);
   if (is_new) {
-    const ObjectClass* const net_class = board_.ClassOf(net);
+    // The classes of later versions are not in this file; their vias name their hole.
+    const bool has_classes = !FileVersion(board_.file.version).QuotesAll();
+    const ObjectClass* const net_class = has_classes ? board_.ClassOf(net) : nullptr;
     entry->second =
         net_class && net_class->data.sizes.via_hole > 0 ? net_class->data.sizes.via_hole : ViaData().hole;
   }

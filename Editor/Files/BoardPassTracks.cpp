@@ -324,10 +324,9 @@ void BoardPass::ViaFields(Via& via) {
   Require("size"_word, "size");
   if (!ends.empty()) PutSpan(via, ends[0], ends[1], words, is_blind);
   if (!Seen("drill"_word)) {
-    const TCoord hole = DefaultHole(via.GetNet());
     if (!edits_) {
-      via.data.hole = hole;
-    } else if (via.data.hole != hole) {
+      without_hole_.push_back(&via);
+    } else if (via.data.hole != DefaultHole(via.GetNet())) {
       InsertList("(drill " + FileWords::Length(via.data.hole) + ")");
     }
   }
