@@ -158,8 +158,21 @@ class IPCB_Board3 : public IPCB_Board2 {
   // Empty when no rule has that name.
   virtual Status GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept = 0;
   virtual Status GetState_RulesOfKind(TRuleKind kind, Ref<IPCB_RuleList>& rules) noexcept = 0;
+  // An empty report of violations of these kinds of rules, for `CheckPrimitive` to fill.
+  virtual Status CreateViolationReport(TRuleKindSet kinds, Ref<IPCB_ViolationReport>& report) noexcept = 0;
+  // Checks an object, which need not be on the board, against the board; what is found joins the report.
+  virtual Status CheckPrimitive(IPCB_Primitive* primitive, IPCB_ViolationReport* report) noexcept = 0;
   KETRIL_READ(Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions);
   KETRIL_READ(Ref<IUIManager>, UIManager);
+};
+
+// Offered by a board that takes messages. Code 10 asks it to bring the violations of its objects up to date.
+class IPCB_BoardMessages : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_BoardMessages"};
+  virtual Status SendMessage(std::int32_t source, std::int32_t destination, std::int32_t code,
+                             void* data) noexcept = 0;
 };
 
 // The copper of a board as bodies, measured once for several questions.

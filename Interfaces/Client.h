@@ -2,6 +2,8 @@
 #pragma once
 
 #include "Interfaces/Board.h"
+#include "Interfaces/Copper.h"
+#include "Interfaces/Teardrops.h"
 
 namespace Ketril {
 
@@ -25,6 +27,12 @@ class IPCB_ServerInterface : public IInterface {
                                   Ref<IPCB_Primitive>& primitive) noexcept = 0;
   // Empty when the host has none: then the library's own are used.
   KETRIL_READ(Ref<IPCB_LayerSetUtils>, LayerSetUtils);
+  // A new area without contours.
+  virtual Status CreateGeometricPolygon(Ref<IPCB_GeometricPolygon>& area) noexcept = 0;
+  // A new maker of outlines.
+  virtual Status CreateContourMaker(Ref<IPCB_ContourMaker>& maker) noexcept = 0;
+  // The dialog of the teardrop options; `accepted` is false when the user cancels it.
+  virtual Status EditTeardropOptions(TTeardropOptionsEx& options, bool& accepted) noexcept = 0;
 };
 
 // Questions that the host shows in its own manner.
@@ -51,11 +59,22 @@ class IClient : public IInterface {
                             bool& found) noexcept = 0;
   virtual Status WriteOption(const std::u16string& section, const std::u16string& name,
                              const std::u16string& value) noexcept = 0;
+  // Runs a command of the editor by name. The parameters are pairs Name=Value, separated by |:
+  // "Client:OpenDocument" opens the file `FileName`, as the kind that `DocumentType` says.
+  virtual Status RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept = 0;
 };
 
 // The entry of the module "Ketril.dll" by which the library finds the client; null when there is none.
 using ClientAPI_GetClient = IClient* (*)();
 inline constexpr const char* kModule_Ketril = "Ketril.dll";
 inline constexpr const char* kEntry_GetClient = "ClientAPI_GetClient";
+
+// Further entries of that module: services for file names. The first puts an extension, given without its
+// dot, in the place of the name's own; the second gives the name without its folders.
+using ClientAPI_ForceFileNameExtension = std::u16string (*)(const std::u16string& file_name,
+                                                            const std::u16string& extension);
+using ClientAPI_ExtractWholeFileNameFromPath = std::u16string (*)(const std::u16string& path);
+inline constexpr const char* kEntry_ForceFileNameExtension = "ClientAPI_ForceFileNameExtension";
+inline constexpr const char* kEntry_ExtractWholeFileName = "ClientAPI_ExtractWholeFileNameFromPath";
 
 }  // namespace Ketril

@@ -7,6 +7,7 @@
 
 #include "Interfaces/Interface.h"
 #include "Interfaces/Layers.h"
+#include "Interfaces/PolygonRecords.h"
 #include "Interfaces/Types.h"
 
 namespace Ketril {
@@ -87,6 +88,9 @@ class IPCB_Primitive : public IInterface {
   virtual Status GetState_IsSaveable(TKetrilFileFormatVersion version, bool& saveable) noexcept = 0;
 };
 
+// The gap that is told where there is none.
+constexpr TCoord kNoGap = 999990000;
+
 // Texts that name the object to a person, and values that rules and the board's setup decide.
 class IPCB_Primitive2 : public IPCB_Primitive {
  public:
@@ -130,6 +134,13 @@ class IPCB_Primitive3 : public IPCB_Primitive2 {
   virtual Status GetState_BoundingRectangleForSelection(TCoordRect& rectangle) noexcept = 0;
   // Brings the sizes that the object derives from its data up to date after its members moved.
   virtual Status SetState_XSizeYSize() noexcept = 0;
+
+  // True when the copper of the two objects touches or overlaps on a layer that they share: when their gap is
+  // below one unit, since whole coordinates may part what touches.
+  virtual Status GetState_Touches(IPCB_Primitive* other, bool& touches) noexcept = 0;
+  // The gap between the copper of the two objects on the layers that they share, in whole units, cut towards
+  // zero: 0 when they touch. kNoGap when they share no layer, or neither knows a board.
+  virtual Status GetState_GapTo(IPCB_Primitive* other, TCoord& gap) noexcept = 0;
 };
 
 class IPCB_Track : public IPCB_Primitive3 {
@@ -200,15 +211,38 @@ class IPCB_Text2 : public IPCB_Text {
   KETRIL_PROPERTY(std::u16string, String);  // as it is stored, with variables such as ${REFERENCE}
 };
 
-// A ring of vertices, as the tools hand outlines over and take them.
+// A ring of vertices, as the tools hand outlines over and take them. Vertices are kept in doubles and read
+// rounded, a half to the even neighbour. Indexes are cyclic: the count is vertex 0 again, -1 the last vertex;
+// a vertex of an empty ring is a failure.
 class IPCB_Contour : public IInterface {
  public:
   using Base = IInterface;
   static constexpr InterfaceId Id{"IPCB_Contour"};
-  KETRIL_READ(std::int32_t, Count);
-  virtual Status GetState_Point(std::int32_t index, TCoordPoint& point) noexcept = 0;
-  virtual Status AddPoint(TCoord x, TCoord y) noexcept = 0;
+  // Writing it cuts the ring, or leaves the vertices beyond the old count undefined.
+  KETRIL_PROPERTY(std::int32_t, Count);
+  // In square units, positive when counter-clockwise.
+  KETRIL_READ(double, Area);
+  virtual Status GetState_PointX(std::int32_t index, TCoord& x) noexcept = 0;
+  virtual Status GetState_PointY(std::int32_t index, TCoord& y) noexcept = 0;
+  virtual Status SetState_PointX(std::int32_t index, TCoord x) noexcept = 0;
+  virtual Status SetState_PointY(std::int32_t index, TCoord y) noexcept = 0;
+  // By degrees about the origin, by a way, by degrees about a place; whole coordinates all the way.
+  virtual Status Rotate(double angle) noexcept = 0;
+  virtual Status Translate(TCoord dx, TCoord dy) noexcept = 0;
+  virtual Status RotateAboutPoint(double angle, TCoord x, TCoord y) noexcept = 0;
   virtual Status Clear() noexcept = 0;
+  virtual Status AddPoint(TCoord x, TCoord y) noexcept = 0;
+  virtual Status InsertPoint(std::int32_t index, TCoord x, TCoord y) noexcept = 0;
+  virtual Status DeletePoint(std::int32_t index) noexcept = 0;
+  // Appends the vertices `first` to `last` of another ring; a `last` below `first` means one in the next turn.
+  // At least one vertex is read.
+  virtual Status AddContourRange(IPCB_Contour* contour, std::int32_t first, std::int32_t last) noexcept = 0;
+  virtual Status AddContour(IPCB_Contour* contour) noexcept = 0;  // all of it
+  // A new ring with the same vertices.
+  virtual Status Replicate(Ref<IPCB_Contour>& replica) noexcept = 0;
+  // The vertices themselves, the ring's own. Who changes them does so behind its back.
+  virtual Status GetState_VertexList(Pgpc_vertex_list& list) noexcept = 0;
+  virtual Status EnsureCapacity(std::int32_t count) noexcept = 0;
 };
 
 // An area of outer rings and holes.
@@ -268,9 +302,22 @@ class IPCB_RegionShape : public IInterface {
  public:
   using Base = IInterface;
   static constexpr InterfaceId Id{"IPCB_RegionShape"};
+  // One segment of the first outline, 0 to the count less one.
+  virtual Status GetState_Segments(std::int32_t index, TPolySegment& segment) noexcept = 0;
+  virtual Status SetState_Segments(std::int32_t index, const TPolySegment& segment) noexcept = 0;
   virtual Status RemoveRedundantVertices() noexcept = 0;
   virtual Status SynchronizeGPCPolyFromShape(bool conserve_existing_holes) noexcept = 0;
   virtual Status SynchronizeShapeFromGPCPoly() noexcept = 0;
+};
+
+// Adds the count of the segments.
+class IPCB_RegionShape3 : public IPCB_RegionShape {
+ public:
+  using Base = IPCB_RegionShape;
+  static constexpr InterfaceId Id{"IPCB_RegionShape3"};
+  KETRIL_PROPERTY(std::int32_t, PointCount);
+  virtual Status IncrementPointCount() noexcept = 0;
+  virtual Status DecrementPointCount() noexcept = 0;
 };
 
 class IPCB_Via : public IPCB_Primitive3 {

@@ -14,6 +14,7 @@
 
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
+#include "Interfaces/Teardrops.h"
 
 #pragma GCC visibility push(default)
 namespace Ketril {
@@ -23,6 +24,18 @@ extern "C" {
 // An empty board: nothing happens.
 void Tools_ReplaceSelectedPadsWithVias(IPCB_Board* ABoard);
 void Tools_ReplaceSelectedViasWithPads(IPCB_Board* ABoard);
+
+// Adds teardrops to the board, or removes them: what and where is told by the parameters, of the names
+// TeardropParam_PercentForVias, ..ForPads, ..ForTracks, ..ForTJunctions with _Length or _Width behind them, in
+// percent, and TeardropParam_FlagsEx, a sum of TTeardropFlag. Those that are missing have their default; when
+// all are missing, AParameters empty included, the options come from the store and the editor's dialog.
+void Tools_TearDrops(IPCB_Board* ABoard, IParameterList* AParameters);
+// The options of the store, and the defaults for what it lacks.
+TTeardropOptionsEx Tools_GetCurrentTeardropOptions(IPCB_Board* ABoard);
+// Removes the teardrops that touch a selected arc, pad, via or track.
+void Tools_RemoveTearDropsOnSelected(IPCB_Board* ABoard);
+// Removes the teardrop regions that violate a rule, as of the last check of the board.
+void Tools_RemoveDropsViolation(IPCB_Board* ABoard);
 
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.

@@ -193,4 +193,21 @@ enum class TKetrilFileFormatVersion : std::int32_t {
   V20241229 = 20241229,
 };
 
+// A segment of a region's outline, which begins in (vx, vy). An arc's centre, radius and angles describe the
+// arc that begins there.
+enum TPolySegmentType : std::uint8_t { ePolySegmentLine, ePolySegmentArc };
+#pragma pack(push, 1)
+struct TPolySegment {
+  TPolySegmentType Kind = ePolySegmentLine;
+  TCoord vx = 0;
+  TCoord vy = 0;
+  TCoord cx = 0;
+  TCoord cy = 0;
+  TCoord Radius = 0;
+  double Angle1 = 0;
+  double Angle2 = 0;
+};
+#pragma pack(pop)
+static_assert(sizeof(TPolySegment) == 37);
+
 }  // namespace Ketril

@@ -7,6 +7,7 @@
 
 #include "Editor/Selection/Selection.h"
 #include "Ketril/Exit.h"
+#include "Ketril/TeardropDialog.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Command {
@@ -41,6 +42,15 @@ void Answers::ReadFile(const std::string& path) {
     if (trimmed.empty() || trimmed.front() == u'#') continue;
     // The answer is behind the last sign: a question may hold one.
     const std::size_t sign = trimmed.rfind(u'=');
+    const bool is_field = sign != std::u16string_view::npos && trimmed.starts_with(u"TeardropParam_");
+    if (is_field) {
+      const auto part = [](std::u16string_view text) { return Platform::ToUtf8(Platform::Trim(text)); };
+      teardrops_.emplace_back(part(trimmed.substr(0, sign)), part(trimmed.substr(sign + 1)));
+      TTeardropOptionsEx tried;
+      if (SetTeardropField(tried, teardrops_.back().first, teardrops_.back().second)) continue;
+      throw Failure(kExit_Usage,
+                    path + ":" + std::to_string(number) + ": no option of teardrops has that name and value");
+    }
     const auto answer = sign == std::u16string_view::npos ? std::nullopt : YesOrNo(trimmed.substr(sign + 1));
     if (!answer) {
       throw Failure(kExit_Usage,
@@ -68,6 +78,14 @@ TDialogAnswer Answers::Answer(const std::u16string& text, Platform::TDialogKind,
   }
   unanswered_.push_back(shown);
   return TDialogAnswer::Cancelled;
+}
+
+bool Answers::EditTeardropOptions(TTeardropOptionsEx& options) {
+  for (const auto& [name, value] : teardrops_) SetTeardropField(options, name, value);
+  if (always_yes_ || !teardrops_.empty()) return true;
+  if (in_) return Command::EditTeardropOptions(options, *in_, out_);
+  unanswered_.emplace_back("Teardrop options");
+  return false;
 }
 
 }  // namespace Ketril::Command

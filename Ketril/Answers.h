@@ -8,6 +8,9 @@
 //   # clear the board in one go
 //   Confirm Abort Process = no
 //   This selection contains locked * = yes
+//
+// A line `TeardropParam_... = number` answers the dialog of the teardrop options: those that are named
+// change, and the dialog is accepted.
 #pragma once
 
 #include <iosfwd>
@@ -15,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "Interfaces/Teardrops.h"
 #include "Platform/Dialogs.h"
 
 namespace Ketril::Command {
@@ -30,6 +34,9 @@ class Answers {
   Platform::TDialogAnswer Answer(const std::u16string& text, Platform::TDialogKind kind,
                                  Platform::TDialogButtons buttons);
 
+  // The dialog of the teardrop options; false when it is cancelled. -y accepts them as they are.
+  bool EditTeardropOptions(TTeardropOptionsEx& options);
+
   // Questions that nobody answered, in the order in which they came.
   const std::vector<std::string>& Unanswered() const { return unanswered_; }
 
@@ -37,7 +44,8 @@ class Answers {
   bool always_yes_;
   std::istream* in_;
   std::ostream& out_;
-  std::vector<std::pair<std::u16string, bool>> lines_;  // question pattern, yes
+  std::vector<std::pair<std::u16string, bool>> lines_;          // question pattern, yes
+  std::vector<std::pair<std::string, std::string>> teardrops_;  // names and values
   std::vector<std::string> unanswered_;
 };
 

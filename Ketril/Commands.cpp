@@ -10,15 +10,18 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
+#include "Editor/Client/Parameters.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Files/SExpression.h"
 #include "Editor/Picture/Picture.h"
+#include "Editor/Rules/Clearance.h"
 #include "Editor/Selection/Selection.h"
 #include "Ketril/Answers.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Info.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
+#include "Ketril/TeardropDialog.h"
 #include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 
@@ -123,6 +126,19 @@ void DrawResult(const Options& options, Board& board, const std::vector<Editor::
   WriteOut(options.picture, Editor::DrawSvg(board, look));
 }
 
+// What -D gave, as the tools take it; empty without any. Raises Failure.
+Ref<IParameterList> ParametersOf(const Options& options) {
+  if (options.parameters.empty()) return {};
+  const Ref<Editor::Parameters> list = Editor::MakeHost<Editor::Parameters>();
+  for (const std::string& text : options.parameters) {
+    const std::size_t equals = text.find('=');
+    if (equals == 0 || equals == text.npos)
+      throw Failure(kExit_Usage, "-D " + text + ": expected NAME=VALUE");
+    list->AddParameter(Platform::ToUtf16(text.substr(0, equals)), Platform::ToUtf16(text.substr(equals + 1)));
+  }
+  return Ref<IParameterList>(list.Get());
+}
+
 void Report(const Options& options, const ToolVerb& verb, const Board& board, const std::string& destination,
             const std::vector<Editor::Change>& changes, const std::vector<std::string>& unanswered) {
   ordered_json summary = Summary(changes);
@@ -186,6 +202,37 @@ void Draw(const Options& options) {
   std::cout << "draw: written to " << options.output << "\n";
 }
 
+void Check(const Options& options) {
+  const Ref<Board> board = Open(options.board);
+  board->setup.display_unit = options.unit == Editor::LengthUnit::Millimetre ? eMetric : eImperial;
+  const std::vector<Editor::Violation> violations = board->Clearances().CheckBoard();
+  if (options.json) {
+    ordered_json list = ordered_json::array();
+    for (const Editor::Violation& violation : violations)
+      list.push_back(ViolationRecord(violation, options.unit));
+    std::cout << ordered_json{{"board", options.board}, {"violations", list}}.dump(2) << "\n";
+  } else {
+    for (const Editor::Violation& violation : violations)
+      std::cout << Platform::ToUtf8(Editor::DescribeViolation(violation)) << "\n";
+    std::cout << "check: " << violations.size() << (violations.size() == 1 ? " violation" : " violations")
+              << "\n";
+  }
+  if (options.fail_on_violations && !violations.empty())
+    throw Failure(kExit_Failed, std::to_string(violations.size()) + " violations");
+}
+
+void CurrentTeardropOptions(const Options& options) {
+  Answers answers(true, nullptr, std::cerr);
+  const ToolsLibrary library;
+  const Ref<Board> board = Open(options.board);
+  const Session session(answers);
+  const TTeardropOptionsEx teardrops =
+      library.Find<TTeardropOptionsEx(IPCB_Board*)>("Tools_GetCurrentTeardropOptions")(board.Get());
+  ordered_json values;
+  for (const auto& [key, value] : TeardropFields(teardrops)) values[key] = value;
+  std::cout << values.dump(2) << "\n";
+}
+
 void RunTool(const ToolVerb& verb, const Options& options) {
   const std::string destination = Destination(options);
   std::optional<Editor::Selection> selection;
@@ -199,9 +246,10 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   if (selection && selection->Apply(*board) == 0) {
     std::cerr << "ketril: no object matches --select " << options.select << "\n";
   }
+  const Ref<IParameterList> parameters = ParametersOf(options);
   board->journal.Begin();
   try {
-    verb.call(library, verb.export_name, board.Get());
+    verb.call(library, verb.export_name, board.Get(), parameters.Get());
   } catch (const std::exception& error) {
     throw Failure(kExit_Failed, std::string(verb.verb) + ": " + error.what() + "; nothing is written");
   }

@@ -23,6 +23,8 @@ struct Options {
   std::vector<std::string> layers;
   std::string around;
   std::string highlight;
+  std::vector<std::string> parameters;  // NAME=VALUE
+  bool fail_on_violations = false;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;
 };
 
@@ -30,6 +32,8 @@ void ListTools(const Options& options);    // `ketril list`
 void ListObjects(const Options& options);  // `ketril list BOARD`
 void Info(const Options& options);
 void Draw(const Options& options);
+void Check(const Options& options);
+void CurrentTeardropOptions(const Options& options);
 void RunTool(const ToolVerb& verb, const Options& options);
 
 }  // namespace Ketril::Command

@@ -166,6 +166,19 @@ std::string BoardInfoText(const ordered_json& info) {
   return out.str();
 }
 
+ordered_json ViolationRecord(const Editor::Violation& violation, LengthUnit unit) {
+  const auto describe = [](Primitive& object) {
+    std::u16string text;
+    Probe<IPCB_Primitive2>(object.AsInterface())->GetState_DescriptorString(text);
+    return ToUtf8(text);
+  };
+  return {{"first", describe(*violation.first)},
+          {"second", describe(*violation.second)},
+          {"layer", LayerName(*violation.first->board, violation.layer)},
+          {"gap", Length(static_cast<TCoord>(violation.gap), unit)},
+          {"asked", Length(violation.asked, unit)}};
+}
+
 ordered_json ObjectTable(Board& board, const Editor::Selection& selection, LengthUnit unit) {
   ordered_json table = ordered_json::array();
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "Editor/Model/Board.h"
+#include "Editor/Rules/Clearance.h"
 #include "Editor/Selection/Selection.h"
 
 namespace Ketril::Command {
@@ -18,6 +18,9 @@ std::string LengthText(TCoord length, LengthUnit unit);
 nlohmann::ordered_json BoardInfo(Editor::Board& board, LengthUnit unit);
 // The same for a person to read.
 std::string BoardInfoText(const nlohmann::ordered_json& info);
+
+// {"first": ..., "second": ..., "layer": ..., "gap": ..., "asked": ...}, gaps in the unit.
+nlohmann::ordered_json ViolationRecord(const Editor::Violation& violation, LengthUnit unit);
 
 // The objects that match, one JSON object each: kind, identifier, layer, net, box.
 nlohmann::ordered_json ObjectTable(Editor::Board& board, const Editor::Selection& selection, LengthUnit unit);

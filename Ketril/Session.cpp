@@ -49,6 +49,12 @@ Ref<Editor::Client> NewClient(Answers& answers) {
         return std::nullopt;
     }
   };
+  setup.teardrop_dialog = [&answers](TTeardropOptionsEx& options) {
+    return answers.EditTeardropOptions(options);
+  };
+  setup.open_document = [](const std::filesystem::path& file) {
+    std::fprintf(stderr, "written: %s\n", file.string().c_str());
+  };
   return Editor::MakeHost<Editor::Client>(std::move(setup));
 }
 

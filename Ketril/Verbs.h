@@ -4,6 +4,7 @@
 #include <span>
 
 #include "Interfaces/Board.h"
+#include "Interfaces/ParameterList.h"
 #include "Ketril/ToolsLibrary.h"
 
 namespace Ketril::Command {
@@ -13,7 +14,10 @@ struct ToolVerb {
   const char* export_name;
   const char* group;  // under which heading of the help
   const char* help;
-  void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board);
+  bool takes_parameters;
+  // `parameters` is empty where none were given.
+  void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+               IParameterList* parameters);
 };
 
 std::span<const ToolVerb> ToolVerbs();

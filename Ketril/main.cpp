@@ -61,7 +61,21 @@ void AddLook(CLI::App& app, Options& options) {
       ->type_name("SELECTION");
   AddUnits(*draw, options);
   draw->callback([&options] { Draw(options); });
-  for (CLI::App* verb : {list, info, draw}) verb->group("Look at a board");
+
+  CLI::App* check =
+      app.add_subcommand("check", "Clearances: what is nearer than its net classes and rules ask");
+  AddBoard(*check, options);
+  check->add_flag("--json", options.json, "For programs to read");
+  check->add_flag("--exit-code-violations", options.fail_on_violations, "Exit with 1 when there are any");
+  AddUnits(*check, options);
+  check->callback([&options] { Check(options); });
+
+  CLI::App* teardrops = app.add_subcommand("get-current-teardrop-options",
+                                           "The stored options of tear-drops, as JSON of its -D names");
+  AddBoard(*teardrops, options);
+  teardrops->group("Teardrops");
+  teardrops->callback([&options] { CurrentTeardropOptions(options); });
+  for (CLI::App* verb : {list, info, draw, check}) verb->group("Look at a board");
 }
 
 void AddTools(CLI::App& app, Options& options) {
@@ -81,6 +95,12 @@ void AddTools(CLI::App& app, Options& options) {
     verb->add_option("--picture", options.picture,
                      "A picture of the result, with what changed shown brightly (.svg)")
         ->type_name("FILE");
+    if (tool.takes_parameters) {
+      verb->add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
+          ->type_name("NAME=VALUE")
+          ->expected(1)
+          ->take_all();
+    }
     verb->add_flag("-y,--yes", options.yes, "Answer every question with yes");
     verb->add_option("--answers", options.answers, "Answers to questions, a line each: question = yes|no")
         ->type_name("FILE");

@@ -29,10 +29,23 @@ IClient* GetInstalledClient() {
   return installed_client;
 }
 
+std::u16string ForceExtension(const std::u16string& file_name, const std::u16string& extension) {
+  return std::filesystem::path(file_name).replace_extension(extension).u16string();
+}
+
+std::u16string WholeFileName(const std::u16string& path) {
+  return std::filesystem::path(path).filename().u16string();
+}
+
 void Install(Client* client) {
   installed_client = client;
   const ClientAPI_GetClient entry = client ? &GetInstalledClient : nullptr;
   Platform::RegisterModuleEntry(kModule_Ketril, kEntry_GetClient, reinterpret_cast<void*>(entry));
+  const auto install = [&](const char* name, auto service) {
+    Platform::RegisterModuleEntry(kModule_Ketril, name, client ? reinterpret_cast<void*>(service) : nullptr);
+  };
+  install(kEntry_ForceFileNameExtension, &ForceExtension);
+  install(kEntry_ExtractWholeFileName, &WholeFileName);
 }
 
 }  // namespace
@@ -41,7 +54,7 @@ Client::Client(ClientSetup setup)
     : setup_(std::move(setup)),
       options_(setup_.options_folder.empty() ? OptionsStore()
                                              : OptionsStore(setup_.options_folder / "KETRIL.INI")),
-      server_(MakeHost<PcbServer>()) {
+      server_(MakeHost<PcbServer>(setup_.teardrop_dialog)) {
   if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm);
 }
 
@@ -85,6 +98,18 @@ Status Client::WriteOption(const std::u16string& section, const std::u16string& 
     } catch (const std::invalid_argument&) {
       return Status::InvalidArgument;
     }
+  });
+}
+
+Status Client::RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept {
+  return HostCall("IClient.RunProcess", [&] {
+    if (name != u"Client:OpenDocument") return Status::InvalidArgument;
+    constexpr std::u16string_view kFileName = u"FileName=";
+    const std::size_t begin = parameters.find(kFileName);
+    if (begin == parameters.npos) return Status::InvalidArgument;
+    const std::u16string rest = parameters.substr(begin + kFileName.size());
+    if (setup_.open_document) setup_.open_document(rest.substr(0, rest.find(u'|')));
+    return Status::Ok;
   });
 }
 

@@ -20,6 +20,8 @@ struct ClientSetup {
   ConfirmProvider confirm = {};               // null: the client has no dialog service
   std::function<void(const std::u16string& line)> log = {};  // null: lines go to standard error
   bool test_mode = false;
+  TeardropDialog teardrop_dialog = {};  // null: the dialog counts as cancelled
+  std::function<void(const std::filesystem::path& file)> open_document = {};  // null: nothing opens
 };
 
 class Client final : public HostObject<IClient> {
@@ -36,6 +38,8 @@ class Client final : public HostObject<IClient> {
                     bool& found) noexcept override;
   Status WriteOption(const std::u16string& section, const std::u16string& name,
                      const std::u16string& value) noexcept override;
+  // "Client:OpenDocument" is the only process.
+  Status RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept override;
 
  private:
   const ClientSetup setup_;

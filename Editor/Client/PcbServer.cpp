@@ -1,6 +1,8 @@
 #include "Editor/Client/PcbServer.h"
 
+#include "Editor/Copper/ContourMaker.h"
 #include "Editor/HostCall.h"
+#include "Editor/Model/GeometricPolygon.h"
 #include "Editor/Model/ObjectFactory.h"
 
 namespace Ketril::Editor {
@@ -15,6 +17,20 @@ Status PcbServer::PCBObjectFactory(TObjectId kind, std::int32_t, std::int32_t,
 
 Status PcbServer::GetState_LayerSetUtils(Ref<IPCB_LayerSetUtils>& value) noexcept {
   return HostCall("IPCB_ServerInterface.GetState_LayerSetUtils", [&] { value = nullptr; });
+}
+
+Status PcbServer::CreateGeometricPolygon(Ref<IPCB_GeometricPolygon>& area) noexcept {
+  return HostCall("IPCB_ServerInterface.CreateGeometricPolygon",
+                  [&] { area = MakeHost<GeometricPolygon>(); });
+}
+
+Status PcbServer::CreateContourMaker(Ref<IPCB_ContourMaker>& maker) noexcept {
+  return HostCall("IPCB_ServerInterface.CreateContourMaker", [&] { maker = MakeHost<ContourMaker>(); });
+}
+
+Status PcbServer::EditTeardropOptions(TTeardropOptionsEx& options, bool& accepted) noexcept {
+  return HostCall("IPCB_ServerInterface.EditTeardropOptions",
+                  [&] { accepted = teardrop_dialog_ && teardrop_dialog_(options); });
 }
 
 }  // namespace Ketril::Editor

@@ -19,6 +19,8 @@
 
 namespace Ketril::Editor {
 
+class ClearanceChecker;
+
 // A layer of the board file: its number there, its name in the items, the name that the user gave it.
 struct BoardLayer {
   TV7_Layer id;
@@ -53,7 +55,8 @@ struct BoardText {
 
 // Lives as long as somebody holds it. When it dies, objects that are still held stay as they are, on no
 // board.
-class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3> {
+class Board final
+    : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure, IPCB_BoardMessages> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
   struct Data {};
@@ -164,12 +167,25 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3> {
 
   Status GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept override;
   Status GetState_RulesOfKind(TRuleKind rule_kind, Ref<IPCB_RuleList>& rules) noexcept override;
+  Status CreateViolationReport(TRuleKindSet kinds, Ref<IPCB_ViolationReport>& report) noexcept override;
+  Status CheckPrimitive(IPCB_Primitive* primitive, IPCB_ViolationReport* report) noexcept override;
+  Status SendMessage(std::int32_t source, std::int32_t destination, std::int32_t code,
+                     void* data) noexcept override;
+  // Checks clearances on the board as it is; good until the board changes.
+  ClearanceChecker& Clearances();
   KETRIL_HOST_READ(IPCB_Board3, Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions, placer_options_)
   // Empty: the dialogs of this editor are no objects of a board.
   KETRIL_HOST_READ(IPCB_Board3, Ref<IUIManager>, UIManager, nullptr)
 
+  Status GetState_Area(double& value) noexcept override;
+  Status GetState_CopperBodyList(Ref<IPCB_CopperBodyList>& value) noexcept override;
+  // As of when the bodies were listed; without a list, as of now.
+  Status GetState_LayerArea(IPCB_CopperBodyList* bodies, TV7_Layer layer, double& area) noexcept override;
+
  private:
   friend class Journal;
+  std::shared_ptr<ClearanceChecker> clearances_;
+  std::uint64_t clearances_revision_ = 0;
   ~Board();
   struct SavedBoard;
   void RemoveWithMembers(Primitive& primitive);

@@ -1,11 +1,11 @@
 // Chains the lines of the board's edge to rings.
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <optional>
 #include <set>
 #include <unordered_map>
 
+#include "Editor/Copper/Outline.h"
 #include "Editor/Files/LayerNames.h"
 #include "Editor/Model/Board.h"
 
@@ -26,9 +26,7 @@ double Distance(TCoordPoint a, TCoordPoint b) {
 
 Points ArcPoints(const Arc& arc) {
   const double sweep = arc.Sweep();
-  const double radius = std::max<double>(arc.data.radius, 1);
-  const double step = 2 * std::acos(std::max(0.0, 1 - kChordError / radius)) * 180 / std::numbers::pi;
-  const int chords = static_cast<int>(std::clamp(std::ceil(sweep / step), sweep == 360 ? 8.0 : 1.0, 4096.0));
+  const int chords = ChordCount(std::max(arc.data.radius, 0), sweep, kChordError);
   Points points;
   for (int i = 0; i <= chords; ++i) points.push_back(arc.PointAt(arc.data.angle1 + sweep * i / chords));
   return points;
@@ -140,14 +138,6 @@ std::vector<Points> Chainer::Rings() {
   return rings;
 }
 
-double Area(const Points& ring) {
-  double twice = 0;
-  for (std::size_t i = 0, j = ring.size() - 1; i < ring.size(); j = i++) {
-    twice += static_cast<double>(ring[j].x) * ring[i].y - static_cast<double>(ring[i].x) * ring[j].y;
-  }
-  return std::abs(twice) / 2;
-}
-
 // Even-odd rule, with a ray to the right.
 bool IsInside(const Points& ring, TCoordPoint point) {
   bool inside = false;
@@ -198,12 +188,16 @@ Ref<BoardOutline> Board::Outline() const {
   });
   std::ranges::move(lines.Rings(), std::back_inserter(found));
 
-  std::ranges::stable_sort(found, std::ranges::greater(), Area);
-  outline_ = found.empty() ? nullptr : MakeHost<BoardOutline>();
-  for (Points& ring : found) {
+  std::vector<Ring> rings;
+  for (Points& points : found) rings.push_back({std::move(points)});
+  std::ranges::stable_sort(rings, std::ranges::greater(),
+                           [](const Ring& ring) { return std::abs(AreaOf(ring)); });
+  outline_ = rings.empty() ? nullptr : MakeHost<BoardOutline>();
+  for (Ring& ring : rings) {
     const auto around = std::ranges::count_if(
-        outline_->data.rings, [&](const Ring& larger) { return IsWithin(ring, larger.points); });
-    outline_->data.rings.push_back({std::move(ring), around % 2 == 1});
+        outline_->data.rings, [&](const Ring& larger) { return IsWithin(ring.points, larger.points); });
+    ring.hole = around % 2 == 1;
+    outline_->data.rings.push_back(std::move(ring));
   }
   outline_revision_ = index.Revision();
   return outline_;

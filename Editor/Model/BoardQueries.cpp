@@ -7,26 +7,6 @@
 
 namespace Ketril::Editor {
 
-namespace {
-
-class RuleList final : public HostObject<IPCB_RuleList> {
- public:
-  explicit RuleList(std::vector<Ref<Primitive>> rules) : rules_(std::move(rules)) {}
-  KETRIL_HOST_READ(IPCB_RuleList, std::int32_t, Count, static_cast<std::int32_t>(rules_.size()))
-  Status GetState_At(std::int32_t index, Ref<IPCB_Primitive>& rule) noexcept override {
-    return HostCall("IPCB_RuleList.GetState_At", [&] {
-      if (index < 0 || static_cast<std::size_t>(index) >= rules_.size()) return Status::InvalidArgument;
-      rule = rules_[static_cast<std::size_t>(index)]->AsInterface();
-      return Status::Ok;
-    });
-  }
-
- private:
-  const std::vector<Ref<Primitive>> rules_;
-};
-
-}  // namespace
-
 Net* Board::FindNet(const std::u16string& name) const {
   for (Warehouse::Walk walk(objects, {eNetObject}); Primitive* net = walk.Next();) {
     if (As<Net>(net)->data.name == name) return As<Net>(net);
@@ -145,27 +125,6 @@ Status Board::ProcessLayers(IPCB_LayerProcessInterface* callback) {
   // Outside the gate, which lets no exception through.
   for (const Ref<IPCB_LayerObject>& layer : stack) callback->ProcessLayer(layer.Get());
   return Status::Ok;
-}
-
-Status Board::GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept {
-  return HostCall("IPCB_Board3.GetState_RuleByName", [&] {
-    rule = nullptr;
-    for (Warehouse::Walk walk(objects, {eRuleObject}); Primitive* object = walk.Next();) {
-      if (As<Rule>(object)->data.name != name) continue;
-      rule = object->AsInterface();
-      return;
-    }
-  });
-}
-
-Status Board::GetState_RulesOfKind(TRuleKind rule_kind, Ref<IPCB_RuleList>& rules) noexcept {
-  return HostCall("IPCB_Board3.GetState_RulesOfKind", [&] {
-    std::vector<Ref<Primitive>> found;
-    objects.ForEach({eRuleObject}, [&](Primitive& object) {
-      if (As<Rule>(&object)->data.rule_kind == rule_kind) found.emplace_back(&object);
-    });
-    rules = MakeHost<RuleList>(std::move(found));
-  });
 }
 
 }  // namespace Ketril::Editor

@@ -27,7 +27,8 @@ Status ReadPoints(IPCB_Contour* contour, std::vector<TCoordPoint>& points) {
   if (const Status status = contour->GetState_Count(count); Failed(status)) return status;
   for (std::int32_t i = 0; i < count; ++i) {
     TCoordPoint point;
-    if (const Status status = contour->GetState_Point(i, point); Failed(status)) return status;
+    if (const Status status = contour->GetState_PointX(i, point.x); Failed(status)) return status;
+    if (const Status status = contour->GetState_PointY(i, point.y); Failed(status)) return status;
     points.push_back(point);
   }
   return Status::Ok;
@@ -71,11 +72,73 @@ void RemoveRedundantVertices(Ring& ring) {
   ring.points.assign(kept.begin() + static_cast<std::ptrdiff_t>(first), kept.end());
 }
 
-Status Contour::PointAt(std::int32_t index, TCoordPoint& point) const {
-  const TCoordPoint* found = At(points, index);
-  if (!found) return Status::InvalidArgument;
-  point = *found;
+Status SegmentOf(const Ring& ring, std::int32_t index, TPolySegment& segment) {
+  const auto count = static_cast<std::int32_t>(ring.points.size());
+  if (index < 0 || index > count || count == 0) return Status::InvalidArgument;
+  const TCoordPoint start = ring.points[static_cast<std::size_t>(index % count)];
+  segment = {};
+  segment.vx = start.x;
+  segment.vy = start.y;
   return Status::Ok;
+}
+
+Status PutSegment(Ring& ring, std::int32_t index, const TPolySegment& segment) {
+  if (index < 0 || static_cast<std::size_t>(index) >= ring.points.size() || segment.Kind != ePolySegmentLine)
+    return Status::InvalidArgument;
+  ring.points[static_cast<std::size_t>(index)] = {segment.vx, segment.vy};
+  return Status::Ok;
+}
+
+Contour::Contour(const std::vector<TCoordPoint>& points) {
+  vertices_.reserve(points.size());
+  for (const TCoordPoint point : points) vertices_.push_back({double(point.x), double(point.y)});
+}
+
+std::vector<TCoordPoint> Contour::Points() const {
+  std::vector<TCoordPoint> points;
+  points.reserve(vertices_.size());
+  for (const Tgpc_vertex& vertex : vertices_) points.push_back({ToCoord(vertex.x), ToCoord(vertex.y)});
+  return points;
+}
+
+Status Contour::Insert(std::int32_t index, TCoord x, TCoord y) {
+  if (index < 0 || static_cast<std::size_t>(index) > vertices_.size()) return Status::InvalidArgument;
+  vertices_.insert(vertices_.begin() + index, {double(x), double(y)});
+  return Status::Ok;
+}
+
+void Contour::Delete(std::int32_t index) {
+  if (index >= 0 && static_cast<std::size_t>(index) < vertices_.size())
+    vertices_.erase(vertices_.begin() + index);
+}
+
+Status Contour::Append(IPCB_Contour* contour, std::int32_t first, std::int32_t last) {
+  if (!contour) return Status::InvalidArgument;
+  std::int32_t count = 0;
+  if (const Status status = contour->GetState_Count(count); Failed(status)) return status;
+  const std::int64_t end = last < first ? std::int64_t{last} + count : last;
+  std::int64_t i = first;
+  do {
+    TCoord x = 0, y = 0;
+    if (const Status status = contour->GetState_PointX(static_cast<std::int32_t>(i), x); Failed(status))
+      return status;
+    if (const Status status = contour->GetState_PointY(static_cast<std::int32_t>(i), y); Failed(status))
+      return status;
+    vertices_.push_back({double(x), double(y)});
+  } while (++i <= end);
+  return Status::Ok;
+}
+
+void Contour::Apply(const PlaneMap& map) {
+  for (Tgpc_vertex& vertex : vertices_) {
+    const TCoordPoint point = map({ToCoord(vertex.x), ToCoord(vertex.y)});
+    vertex = {double(point.x), double(point.y)};
+  }
+}
+
+void Contour::GiveList(Pgpc_vertex_list& list) {
+  list_ = {static_cast<std::int32_t>(vertices_.size()), vertices_.data()};
+  list = &list_;
 }
 
 Status GeometricPolygon::ContourAt(std::int32_t index, Ref<IPCB_Contour>& contour) const {

@@ -1,6 +1,7 @@
 #include "Editor/Model/ObjectFactory.h"
 
 #include "Editor/Model/Board.h"
+#include "Editor/Rules/Rule.h"
 
 namespace Ketril::Editor {
 
@@ -52,7 +53,7 @@ Ref<Primitive> MakeObject(TObjectId kind) {
     case eClassObject:
       return Make<ObjectClass>();
     case eRuleObject:
-      return Make<Rule>();
+      return Ref<Primitive>(MakeRule(eRule_Clearance).Get());
     case eBoardObject:
       return Make<Board>();
     default:

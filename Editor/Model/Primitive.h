@@ -81,7 +81,6 @@ class Primitive : public IInterface {
   bool file_changed = false;  // differs from the text at `source`, or its members do
   std::uint16_t index = 0;    // scratch, `vIndex`
   PrimitiveState state;
-  std::int32_t violations = 0;     // counted when rules are checked
   std::uint32_t slot = 0;          // place in the warehouse's list of its kind
   std::uint32_t journal_mark = 0;  // the journal's: of the command for which it saved the state
   Board* board = nullptr;          // whose it is, or is tried on
@@ -146,6 +145,7 @@ class Primitive : public IInterface {
   virtual void Restore(const Snapshot& snapshot) = 0;
   virtual Ref<Primitive> Copy() const = 0;    // on no board, in no group, a new identity
   virtual std::u16string Identifier() const;  // "U1", "R3-2", "GND"
+  std::int32_t CountViolations();             // of clearances, as the board is; stands with the rules
   virtual std::u16string PlaceText() const;   // "(100mil,200mil)"
   virtual std::u16string LayerText() const;   // "Top Layer"
   // Values of its openings; the objects that always have some hold them in their data.
@@ -205,6 +205,9 @@ class Primitive : public IInterface {
   std::int32_t ReliefEntries() const;
   TCoord RoutingWidth() const;
   TCoord RoutingViaSize() const;
+  // These stand with the copper, in Distance.cpp.
+  Status TellTouch(IPCB_Primitive* other, bool& touches) const;
+  Status TellGap(IPCB_Primitive* other, TCoord& gap) const;
 
  private:
   friend class Group;
@@ -224,6 +227,8 @@ class Primitive : public IInterface {
   std::uint32_t net_slot_ = kUnlisted;
 };
 
+// "0.2mm": with four decimals at most.
+std::u16string LengthText(std::int64_t length, TUnit unit);
 // "(100mil,200mil)", from the board's origin in the unit that it shows; `board` may be null.
 std::u16string PointText(TCoordPoint point, const Board* board);
 // A new random identifier, version 4 of RFC 4122.

@@ -8,20 +8,6 @@ namespace Ketril::Editor {
 
 namespace {
 
-// In the unit that the board shows, with four decimals at most.
-std::u16string LengthText(std::int64_t length, TUnit unit) {
-  const auto units = static_cast<double>(length);
-  std::array<char, 40> buffer;
-  const auto result =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(),
-                    unit == eMetric ? units * 2.54e-6 : units * 1e-4, std::chars_format::fixed, 4);
-  std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
-  text = text.substr(0, text.find_last_not_of('0') + 1);
-  if (text.back() == '.') text.remove_suffix(1);
-  if (text == "-0") text = "0";
-  return std::u16string(text.begin(), text.end()) + (unit == eMetric ? u"mm" : u"mil");
-}
-
 // The mode of an opening and its value, the object's own or its component's.
 struct Opening {
   TMaskExpansionMode mode;
@@ -58,6 +44,19 @@ const Polygon* ZoneOf(const Primitive& object) {
 }
 
 }  // namespace
+
+std::u16string LengthText(std::int64_t length, TUnit unit) {
+  const auto units = static_cast<double>(length);
+  std::array<char, 40> buffer;
+  const auto result =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(),
+                    unit == eMetric ? units * 2.54e-6 : units * 1e-4, std::chars_format::fixed, 4);
+  std::string_view text(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
+  text = text.substr(0, text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.remove_suffix(1);
+  if (text == "-0") text = "0";
+  return std::u16string(text.begin(), text.end()) + (unit == eMetric ? u"mm" : u"mil");
+}
 
 std::u16string PointText(TCoordPoint point, const Board* board) {
   const TCoordPoint origin = board ? board->setup.origin : TCoordPoint{};

@@ -94,7 +94,7 @@ class PrimitiveObject : public HostObject<Interfaces..., Core> {
   KETRIL_HOST_READ(IPCB_Primitive2, std::u16string, DescriptorString, this->Describe())
   KETRIL_HOST_READ(IPCB_Primitive2, std::u16string, DetailString, this->DescribeInDetail())
   KETRIL_HOST_READ(IPCB_Primitive2, std::u16string, Handle, this->UniqueId())
-  KETRIL_HOST_READ(IPCB_Primitive2, std::int32_t, ViolationCount, this->violations)
+  KETRIL_HOST_READ(IPCB_Primitive2, std::int32_t, ViolationCount, this->CountViolations())
   KETRIL_HOST_PAIR(IPCB_Primitive2, TCoord, PasteMaskExpansion, this->Mask().paste,
                    this->SetMaskValue(&MaskData::paste, value))
   KETRIL_HOST_PAIR(IPCB_Primitive2, TMaskExpansionMode, PasteMaskExpansionMode, this->Mask().paste_mode,
@@ -121,6 +121,10 @@ class PrimitiveObject : public HostObject<Interfaces..., Core> {
                      void(rectangle = this->Bounds()))
   // Sizes are never kept: only the index holds a box that follows from them.
   KETRIL_HOST_METHOD(IPCB_Primitive3, SetState_XSizeYSize, (), this->AfterWrite())
+  KETRIL_HOST_METHOD(IPCB_Primitive3, GetState_Touches, (IPCB_Primitive * other, bool& touches),
+                     this->TellTouch(other, touches))
+  KETRIL_HOST_METHOD(IPCB_Primitive3, GetState_GapTo, (IPCB_Primitive * other, TCoord& gap),
+                     this->TellGap(other, gap))
 
  private:
   struct SavedObject final : Snapshot {

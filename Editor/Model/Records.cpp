@@ -50,8 +50,4 @@ Status ObjectClass::AnswerMember(IPCB_Primitive* primitive, bool& member) const 
   return Status::Ok;
 }
 
-Rule::Rule() {
-  state.layer = eV6_MultiLayer;
-}
-
 }  // namespace Ketril::Editor

@@ -1,4 +1,4 @@
-// Objects of a board that have no copper of their own: connections, classes, rules.
+// Objects of a board that have no copper of their own: connections and classes.
 #pragma once
 
 #include <string>
@@ -73,30 +73,6 @@ class ObjectClass final : public PrimitiveObject<ObjectClass, Primitive, IPCB_Ob
 
  private:
   Status AnswerMember(IPCB_Primitive* primitive, bool& member) const;
-};
-
-struct RuleData {
-  TRuleKind rule_kind = eRule_Clearance;
-  std::u16string name, comment, scope1, scope2;
-  bool enabled = true;
-};
-// Rules stand on eV6_MultiLayer, where tools look for them.
-class Rule final : public PrimitiveObject<Rule, Primitive, IPCB_Rule2> {
- public:
-  static constexpr TObjectId kKind = eRuleObject;
-  RuleData data;
-
-  Rule();
-  TCoordRect Bounds() const override { return {}; }
-  TCoordPoint Reference() const override { return {}; }
-  std::u16string Identifier() const override { return data.name; }
-
-  KETRIL_HOST_READ(IPCB_Rule, TRuleKind, RuleKind, data.rule_kind)
-  KETRIL_HOST_PROPERTY(IPCB_Rule, std::u16string, Name, data.name)
-  KETRIL_HOST_PROPERTY(IPCB_Rule, std::u16string, Comment, data.comment)
-  KETRIL_HOST_PROPERTY(IPCB_Rule, bool, DRCEnabled, data.enabled)
-  KETRIL_HOST_PROPERTY(IPCB_Rule2, std::u16string, Scope1Expression, data.scope1)
-  KETRIL_HOST_PROPERTY(IPCB_Rule2, std::u16string, Scope2Expression, data.scope2)
 };
 
 }  // namespace Ketril::Editor

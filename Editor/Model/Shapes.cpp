@@ -154,13 +154,37 @@ TCoordRect BoundsOf(const RegionData& region) {
   return extent.Rect();
 }
 
-double AreaOf(const RegionData& region) {
+double AreaOf(const std::vector<Ring>& rings) {
   double area = 0;
-  for (const Ring& ring : region.rings) area += (ring.hole ? -1 : 1) * std::abs(AreaOf(ring));
+  for (const Ring& ring : rings) area += (ring.hole ? -1 : 1) * std::abs(AreaOf(ring));
   return area;
 }
 
 Region::Region() = default;
+
+std::int32_t Region::PointCount() const {
+  return data.rings.empty() ? 0 : static_cast<std::int32_t>(data.rings.front().points.size());
+}
+
+Status Region::SegmentAt(std::int32_t index, TPolySegment& segment) const {
+  return data.rings.empty() ? Status::InvalidArgument : SegmentOf(data.rings.front(), index, segment);
+}
+
+Status Region::PutSegmentAt(std::int32_t index, const TPolySegment& segment) {
+  if (data.rings.empty()) return Status::InvalidArgument;
+  Status status = Status::Ok;
+  Write([&] { status = PutSegment(data.rings.front(), index, segment); });
+  return status;
+}
+
+Status Region::PutPointCount(std::int32_t count) {
+  if (count < 0) return Status::InvalidArgument;
+  Write([&] {
+    if (data.rings.empty()) data.rings.emplace_back();
+    data.rings.front().points.resize(static_cast<std::size_t>(count));
+  });
+  return Status::Ok;
+}
 
 void Region::Tidy() {
   for (Ring& ring : data.rings) Editor::RemoveRedundantVertices(ring);

@@ -99,7 +99,7 @@ class Fill final : public PrimitiveObject<Fill, Primitive, IPCB_Fill> {
 };
 
 TCoordRect BoundsOf(const RegionData& region);
-double AreaOf(const RegionData& region);  // in square units: the rings, holes taken off
+double AreaOf(const std::vector<Ring>& rings);  // in square units, holes taken off
 
 // What regions and bodies share.
 template <class Self, class... Interfaces>
@@ -117,7 +117,7 @@ class AreaObject : public PrimitiveObject<Self, Primitive, Interfaces...> {
   KETRIL_HOST_PAIR(IPCB_Region, Ref<IPCB_GeometricPolygon>, RegionData,
                    MakeHost<GeometricPolygon>(Area().rings), AssignRings(value))
   KETRIL_HOST_PROPERTY(IPCB_Region, TRegionKind, Kind, Area().kind)
-  KETRIL_HOST_READ(IPCB_Region2, double, Area, AreaOf(Area()))
+  KETRIL_HOST_READ(IPCB_Region2, double, Area, AreaOf(Area().rings))
 
  protected:
   RegionData& Area() { return static_cast<Self&>(*this).data; }
@@ -132,12 +132,20 @@ class AreaObject : public PrimitiveObject<Self, Primitive, Interfaces...> {
   }
 };
 
-class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape> {
+class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape3> {
  public:
   static constexpr TObjectId kKind = eRegionObject;
   RegionData data;
 
   Region();
+  // The segments are the edges of the first ring, all of them lines.
+  KETRIL_HOST_METHOD(IPCB_RegionShape, GetState_Segments, (std::int32_t index, TPolySegment& segment),
+                     SegmentAt(index, segment))
+  KETRIL_HOST_METHOD(IPCB_RegionShape, SetState_Segments, (std::int32_t index, const TPolySegment& segment),
+                     PutSegmentAt(index, segment))
+  KETRIL_HOST_PAIR(IPCB_RegionShape3, std::int32_t, PointCount, PointCount(), PutPointCount(value))
+  KETRIL_HOST_METHOD(IPCB_RegionShape3, IncrementPointCount, (), PutPointCount(PointCount() + 1))
+  KETRIL_HOST_METHOD(IPCB_RegionShape3, DecrementPointCount, (), PutPointCount(PointCount() - 1))
   KETRIL_HOST_METHOD(IPCB_RegionShape, RemoveRedundantVertices, (), Write([&] { Tidy(); }))
   // The rings are the shape and the area in one, so these two have nothing to bring over.
   KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeGPCPolyFromShape, (bool), AfterWrite())
@@ -145,6 +153,10 @@ class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape> {
 
  private:
   void Tidy();
+  std::int32_t PointCount() const;
+  Status SegmentAt(std::int32_t index, TPolySegment& segment) const;
+  Status PutSegmentAt(std::int32_t index, const TPolySegment& segment);
+  Status PutPointCount(std::int32_t count);
 };
 
 struct ComponentBodyData : RegionData {

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "Editor/Rules/Rule.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Editor {

@@ -3,9 +3,11 @@
 
 namespace Ketril::Tools {
 
-// Objects of this family live on the heap and are freed by an operation of their own, never by `delete`.
+// Objects of this family live on the heap and are freed by `Free`.
 class TAbstractObject {
  public:
+  virtual void Free() { delete this; }
+
   TAbstractObject(const TAbstractObject&) = delete;
   TAbstractObject& operator=(const TAbstractObject&) = delete;
 

@@ -46,6 +46,12 @@ class EEmptyReference : public Exception {
   using Exception::Exception;
 };
 
+// The library called itself wrongly. `source` is where.
+class EAssertionFailed : public Exception {
+ public:
+  explicit EAssertionFailed(const std::string& source) : Exception("Assertion failure (" + source + ")") {}
+};
+
 // An index, or a layer in a map of layers, that is not there.
 class EListError : public Exception {
  public:

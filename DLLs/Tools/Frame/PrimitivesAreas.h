@@ -1,7 +1,10 @@
 // Wrappers of boxes and regions: texts, fills, copper regions, board regions, component bodies.
 #pragma once
 
+#include <memory>
+
 #include "DLLs/Tools/Frame/PrimitivesBase.h"
+#include "DLLs/Tools/Geometry/PolyTools.h"
 
 namespace Ketril::Tools {
 
@@ -50,10 +53,18 @@ class TPolyRegion : public TWrapper<TPolyRegion, TPrimitive> {
   KETRIL_FORWARD(Ref<IPCB_GeometricPolygon>, RegionData, IPolyRegion, RegionData)
   KETRIL_FORWARD(TRegionKind, Kind, IPolyRegion, Kind)
 
+  void Init() override { FShape = std::make_unique<TPolygonalShape>(this); }
+  void Clean() override { FShape = nullptr; }
+  // The outline as segments, this object's own.
+  TPolygonalShape* Shape() const { return FShape.get(); }
+
   // These do nothing when the host object does not offer its outline as a shape.
   void RemoveRedundantVertices();
   void SynchronizeGPCPolyFromShape(bool conserve_existing_holes);
   void SynchronizeShapeFromGPCPoly();
+
+ private:
+  std::unique_ptr<TPolygonalShape> FShape;
 };
 
 // A part of the board with a layer stack of its own.

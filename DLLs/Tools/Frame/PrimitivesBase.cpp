@@ -98,7 +98,7 @@ void TPrimitive::PushSelfOnly() {
 
 bool TPrimitive::PopState() {
   if (!FLastState) return false;
-  const TTemporary<TPrimitive> state(CreatePrimitiveWrapper(CheckedCast<IPCB_Primitive>(FLastState)));
+  const TTemporary<TPrimitive> state(CreatePrimitiveWrapper(FLastState));
   ClearLastState();
   state->CopyTo(this, eFullCopy);
   return true;

@@ -20,6 +20,7 @@
 
 namespace Ketril::Tools {
 
+class TContainer;
 class TGroup;
 class TNet;
 
@@ -28,7 +29,7 @@ class TNet;
 class TPrimitive : public TContainedObject {
  public:
   static TPrimitive* Create(Ref<IPCB_Primitive> primitive = nullptr);  // see TWrapper
-  void Free();
+  void Free() override;
 
   Ref<IPCB_Primitive> IPrimitive() const { return FPrimitive; }
   Ref<IPCB_Primitive2> IPrimitive2() const { return CheckedCast<IPCB_Primitive2>(FPrimitive); }
@@ -95,7 +96,9 @@ class TPrimitive : public TContainedObject {
   TContainedObject* Create(TCopyMode mode) const override;  // a wrapper of a replica
   // The state set aside is a replica on the host; taking it back restores what `CopyTo` carries.
   void PushSelfOnly() override;
+  void PushState() override { PushSelfOnly(); }
   bool PopState() override;
+  void ClearLastState() override { FLastState = nullptr; }
   std::size_t MemoryUsed() const override { return sizeof(TPrimitive); }
 
   // A wrapper of a host replica, on no board until it is registered. It has the class that the call sees,
@@ -127,6 +130,9 @@ class TPrimitive : public TContainedObject {
   // False, and without an effect, on a wrapper of nothing.
   bool Selected() const;
   void SetSelected(bool value);
+
+  // The first entry of the container that wraps the same object; -1 when there is none.
+  std::int32_t FindInContainer(const TContainer& AContainer) const;
 
   bool IsRoom() const;       // a rule that confines components
   bool IsAccordion() const;  // a union that tunes a track's length
@@ -186,6 +192,7 @@ class TPrimitive : public TContainedObject {
 
  protected:
   Ref<IPCB_Primitive> FPrimitive;     // may be empty
+  Ref<IPCB_Primitive> FLastState;     // the state set aside, a replica on the host; empty when there is none
   TNet* FNet = nullptr;               // the net last assigned through this wrapper; reads do not use it
   TPrimitive* FOwnerBoard = nullptr;  // made on the first read of `OwnerBoard`
 };

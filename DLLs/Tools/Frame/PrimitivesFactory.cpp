@@ -9,6 +9,7 @@
 #include "DLLs/Tools/Frame/Rule_Confinement.h"
 #include "DLLs/Tools/Frame/Rule_FanoutControl.h"
 #include "DLLs/Tools/Frame/Rule_RoutingViaStyle.h"
+#include "DLLs/Tools/Geometry/AbstractContainer.h"
 
 namespace Ketril::Tools {
 
@@ -69,6 +70,13 @@ bool SamePrimitive(const TPrimitive* a, const TPrimitive* b) {
   return host_a && host_b &&
          On(host_a).Read(&IPCB_Primitive::GetState_ObjectAddress) ==
              On(host_b).Read(&IPCB_Primitive::GetState_ObjectAddress);
+}
+
+std::int32_t TPrimitive::FindInContainer(const TContainer& AContainer) const {
+  for (std::int32_t i = 0; i < AContainer.Count(); ++i) {
+    if (SamePrimitive(this, dynamic_cast<const TPrimitive*>(AContainer.At(i)))) return i;
+  }
+  return -1;
 }
 
 bool SameLogicalNet(const TPrimitive* a, const TPrimitive* b) {

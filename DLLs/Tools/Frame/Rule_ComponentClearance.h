@@ -11,6 +11,12 @@ class TComponentClearanceConstraint : public TWrapper<TComponentClearanceConstra
   Ref<IPCB_ComponentClearanceConstraint> IComponentClearanceConstraint() const {
     return CheckedCast<IPCB_ComponentClearanceConstraint>(FPrimitive);
   }
+
+  KETRIL_FORWARD(TCoord, HorizontalGap, IComponentClearanceConstraint, HorizontalGap)
+  KETRIL_FORWARD(TCoord, VerticalGap, IComponentClearanceConstraint, VerticalGap)
+  KETRIL_FORWARD(bool, ShowDistances, IComponentClearanceConstraint, ShowDistances)
+  KETRIL_FORWARD(bool, DoNotCheckWithout3DBody, IComponentClearanceConstraint, DoNotCheckWithout3DBody)
+  KETRIL_FORWARD(bool, CheckComponentBoundary, IComponentClearanceConstraint, CheckComponentBoundary)
 };
 
 }  // namespace Ketril::Tools

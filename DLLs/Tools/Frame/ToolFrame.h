@@ -20,9 +20,11 @@ namespace Ketril::Tools {
 // Where an export departs from the standard frame; the table of exports names it.
 struct TFrame {
   bool NothingWithoutBoard = false;  // with an empty board it returns at once, and opens no scope
+  bool NoScope = false;              // the board's wrapper is the frame's own, and so is what the tool makes
 };
 inline constexpr TFrame kStandard{};
 inline constexpr TFrame kNothingWithoutBoard{.NothingWithoutBoard = true};
+inline constexpr TFrame kNoScope{.NoScope = true};
 
 namespace Detail {
 
@@ -55,10 +57,17 @@ auto RunTool(Tool&& tool, IPCB_Board* board, const Arguments&... arguments) {
   if (frame.NothingWithoutBoard && !board) return Result();
   const Ref<IPCB_Board> held_board(board);
   const std::tuple held(Detail::Hold(arguments)...);
-  const TObjectScope scope;
-  TBoard* wrapper = TBoard::Create(held_board);
-  return std::apply(
-      [&](const auto&... argument) -> Result { return tool(wrapper, Detail::Pass(argument)...); }, held);
+  const auto run = [&](TBoard* wrapper) -> Result {
+    return std::apply(
+        [&](const auto&... argument) -> Result { return tool(wrapper, Detail::Pass(argument)...); }, held);
+  };
+  if constexpr (frame.NoScope) {
+    const TTemporary<TBoard> wrapper(TBoard::Create(held_board));
+    return run(wrapper.get());
+  } else {
+    const TObjectScope scope;
+    return run(TBoard::Create(held_board));
+  }
 }
 
 }  // namespace Ketril::Tools

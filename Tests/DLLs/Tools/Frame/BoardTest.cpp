@@ -113,15 +113,12 @@ TEST_F(Board, AWalkBearsChanges) {
 }
 
 TEST_F(Board, RulesOfAKindAreOneListWithFreshContent) {
-  const auto put = [&](const char16_t* name, TRuleKind kind) {
-    Put<Editor::Rule>([&](Editor::Rule& rule) { rule.data = {kind, name, u"", u"", u"", true}; });
-  };
-  put(u"a", eRule_Clearance);
-  put(u"room", eRule_ConfinementConstraint);
+  PutRule(eRule_Clearance, u"a");
+  PutRule(eRule_ConfinementConstraint, u"room");
   std::vector<TRule*>& list = board->SortedRules(eRule_Clearance);
   ASSERT_EQ(list.size(), 1u);
   TRule* const before = list[0];
-  put(u"b", eRule_Clearance);
+  PutRule(eRule_Clearance, u"b");
   EXPECT_EQ(&board->SortedRules(eRule_Clearance), &list);
   ASSERT_EQ(list.size(), 2u);
   EXPECT_NE(list[0], before);

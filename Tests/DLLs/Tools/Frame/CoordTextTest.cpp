@@ -21,6 +21,7 @@ struct OptionClient final : CountedObject<IClient> {
   Status GetState_DialogService(Ref<IDialogService>&) noexcept override { return {}; }
   Status GetState_InTestMode(bool&) noexcept override { return {}; }
   Status WriteLog(const std::u16string&) noexcept override { return {}; }
+  Status RunProcess(const std::u16string&, const std::u16string&) noexcept override { return {}; }
   Status WriteOption(const std::u16string&, const std::u16string&, const std::u16string&) noexcept override {
     return {};
   }

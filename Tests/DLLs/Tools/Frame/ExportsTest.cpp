@@ -34,8 +34,12 @@ TEST_F(Exports, AreTheseAndNothingElse) {
   const std::set<std::string> expected = {
       "GetMemoryInfo",
       "TMethodImplementationIntercept",
+      "Tools_GetCurrentTeardropOptions",
+      "Tools_RemoveDropsViolation",
+      "Tools_RemoveTearDropsOnSelected",
       "Tools_ReplaceSelectedPadsWithVias",
       "Tools_ReplaceSelectedViasWithPads",
+      "Tools_TearDrops",
       "dbkFCallWrapperAddr",
   };
   Dl_info info{};

@@ -10,6 +10,7 @@
 #include "Editor/Client/Client.h"
 #include "Editor/Model/Board.h"
 #include "Editor/Model/ObjectFactory.h"
+#include "Editor/Rules/Rule.h"
 
 namespace Ketril::Tools {
 namespace {
@@ -170,7 +171,7 @@ TEST_F(Wrappers, TextsOfAComponent) {
 TEST_F(Wrappers, AReplicaHasTheClassThatTheCallSees) {
   TTrack* track = TTrack::Create(track_1);
   TPrimitive* plain = track;
-  TPrimitive* rule = TRule::Create(Loaded<Editor::Rule>());
+  TPrimitive* rule = TRule::Create(Ref<IPCB_Primitive>(Editor::MakeRule(eRule_None)->AsInterface()));
   EXPECT_EQ(ClassOf(track->Replicate(eFullCopy)), typeid(TTrack));
   TPrimitive* replica = plain->Replicate(eFullCopy);
   EXPECT_EQ(ClassOf(replica), typeid(TPrimitive));

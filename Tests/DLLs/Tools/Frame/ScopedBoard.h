@@ -6,6 +6,7 @@
 #include "DLLs/Tools/Frame/ObjectScope.h"
 #include "DLLs/Tools/Frame/Primitives.h"
 #include "Editor/Model/Board.h"
+#include "Editor/Rules/Rule.h"
 
 namespace Ketril::Tools {
 
@@ -24,6 +25,12 @@ class ScopedBoard : public testing::Test {
   template <class T>
   T* Put() {
     return Put<T>([](T&) {});
+  }
+  Editor::Rule* PutRule(TRuleKind kind, const char16_t* name) {
+    const Ref<Editor::Rule> rule = Editor::MakeRule(kind);
+    rule->data.name = name;
+    host->Load(rule.Get());
+    return rule.Get();
   }
   Editor::Component* PutComponent(TCoordPoint reference, const char16_t* designator) {
     return Put<Editor::Component>([&](Editor::Component& component) {

@@ -9,6 +9,7 @@
 #include "DLLs/Tools/Frame/ObjectScope.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "Editor/Client/Client.h"
+#include "Editor/Client/Parameters.h"
 #include "Editor/HostCall.h"
 #include "Interfaces/Tools.h"
 #include "Platform/Messages.h"
@@ -33,7 +34,26 @@ void RunBoth(IPCB_Board* board) {
   Tools_ReplaceSelectedViasWithPads(board);
 }
 
+void AddTeardrops(IPCB_Board* board) {
+  const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+  parameters->AddParameter(u"TeardropParam_FlagsEx", u"1000");
+  Tools_TearDrops(board, parameters.Get());
+}
+
+void TeardropsByDialog(IPCB_Board* board) {
+  Tools_TearDrops(board, nullptr);
+}
+
+void TeardropOptions(IPCB_Board* board) {
+  Tools_GetCurrentTeardropOptions(board);
+}
+
 const SweptExport kExports[] = {
+    {"TearDrops", AddTeardrops},
+    {"TearDropsByDialog", TeardropsByDialog},
+    {"GetCurrentTeardropOptions", TeardropOptions},
+    {"RemoveTearDropsOnSelected", Tools_RemoveTearDropsOnSelected},
+    {"RemoveDropsViolation", Tools_RemoveDropsViolation},
     {"ReplaceSelectedPadsWithVias", Tools_ReplaceSelectedPadsWithVias},
     {"ReplaceSelectedViasWithPads", Tools_ReplaceSelectedViasWithPads},
     {"OneAfterTheOther", RunBoth},
@@ -42,6 +62,7 @@ const SweptExport kExports[] = {
 constexpr const char* kBoard = R"(
   layers 4
   track 100,100 300,100 w10 top net A selected
+  track 200,100 200,0 w10 top net A
   arc 100,100 r50 0..90 w10 top net A
   via 100,100 30/15 net A selected
   via 200,100 30/15 selected
@@ -107,7 +128,11 @@ class FaultSweep : public testing::TestWithParam<SweptExport> {
       EXPECT_EQ(Tools::ObjectScopeDepth, 0);
       EXPECT_EQ(Tools::PrimitiveRegistry, nullptr);
       EXPECT_EQ(Tools::NetMap, nullptr);
-      EXPECT_FALSE(board->progress->IsOpen());
+      const auto failed_to_end = [&](std::int64_t number) {
+        return number > 0 && number <= calls &&
+               HostGate::Record()[static_cast<std::size_t>(number - 1)] == "IPCB_Progress.End";
+      };
+      if (!failed_to_end(k) && !failed_to_end(k + second)) EXPECT_FALSE(board->progress->IsOpen());
       EXPECT_EQ(Platform::CurrentCursor(), Platform::TCursor::Arrow);
     }
     Tools::ReleasePCBServer();

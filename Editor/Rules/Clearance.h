@@ -1,0 +1,86 @@
+// The check of clearances: which gap a pair of objects needs, and where it has less.
+//
+// Copper of one net may touch, and so may copper of no net; everything else keeps the gap that the first
+// clearance rule asks whose scopes hold the pair, in the order of their priorities; without one, the greater
+// of the two net classes' gaps, or the board's. Texts count as no copper, nor do keep-outs; of a polygon its
+// pour counts.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "Editor/Copper/CopperShape.h"
+#include "Editor/Model/Board.h"
+#include "Editor/Rules/Rule.h"
+
+namespace Ketril::Editor {
+
+struct Violation {
+  Ref<Primitive> first, second;
+  TV7_Layer layer;
+  double gap = 0;    // found, in units
+  TCoord asked = 0;  // by the rule
+};
+// "Clearance 0.12mm of 0.2mm: Track (…) and Via (…)", in the unit that the board shows.
+std::u16string DescribeViolation(const Violation& violation);
+
+class ClearanceChecker {
+ public:
+  explicit ClearanceChecker(Board& board);
+
+  TCoord Clearance(const Primitive& a, const Primitive& b);
+  // The first layer on which the pair is nearer than `asked`.
+  std::optional<Violation> CheckPair(Primitive& a, Primitive& b, TCoord asked);
+  // All violations of one object against the board, which need not have it.
+  std::vector<Violation> CheckObject(Primitive& object);
+  // All violations of the board, each pair once, in the order of the objects; `progress` is told how many
+  // objects are done.
+  std::vector<Violation> CheckBoard(const std::function<void(std::size_t)>& progress = nullptr);
+
+ private:
+  static bool IsCopper(const Primitive& object);
+  static bool MayTouch(const Primitive& a, const Primitive& b);
+  TCoord NetClearance(const Net* net);
+  const CopperShape& ShapeOn(const Primitive& object, TV7_Layer layer);
+  template <class Visit>
+  void ForEachNeighbour(const Primitive& object, Visit visit);
+
+  Board& board_;
+  std::vector<Rule*> rules_;  // enabled ones of clearance, the first in priority first
+  TCoord greatest_ = 0;       // gap that anything asks
+  std::unordered_map<const Net*, TCoord> net_clearances_;
+  std::unordered_map<const Primitive*, std::vector<std::pair<TV7_Layer, CopperShape>>> shapes_;
+};
+
+// What a check found, as the tools see it.
+class ViolationList : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"Ketril::Editor::ViolationList"};
+  void Add(Violation violation) { violations.push_back(std::make_unique<Violation>(std::move(violation))); }
+  TRuleKindSet kinds;
+  std::vector<std::unique_ptr<Violation>> violations;  // their addresses are the identity keys
+};
+class ViolationReport final : public HostObject<IPCB_ViolationReport, ViolationList> {
+ public:
+  explicit ViolationReport(TRuleKindSet wanted) { kinds = wanted; }
+  KETRIL_HOST_READ(IPCB_ViolationReport, std::int32_t, Count, static_cast<std::int32_t>(violations.size()))
+  KETRIL_HOST_METHOD(IPCB_ViolationReport, GetState_Key, (std::int32_t index, std::uintptr_t& key),
+                     OnEntry(index, [&](const Violation& v) { key = reinterpret_cast<std::uintptr_t>(&v); }))
+  KETRIL_HOST_METHOD(IPCB_ViolationReport, GetState_Descriptor, (std::int32_t index, std::u16string& text),
+                     OnEntry(index, [&](const Violation& v) { text = DescribeViolation(v); }))
+  KETRIL_HOST_METHOD(IPCB_ViolationReport, Clear, (), violations.clear())
+
+ private:
+  template <class Visit>
+  Status OnEntry(std::int32_t index, Visit visit) const {
+    if (index < 0 || static_cast<std::size_t>(index) >= violations.size()) return Status::InvalidArgument;
+    visit(*violations[static_cast<std::size_t>(index)]);
+    return Status::Ok;
+  }
+};
+
+}  // namespace Ketril::Editor
