@@ -53,7 +53,7 @@ Ref<Primitive> MakeObject(TObjectId kind) {
     case eClassObject:
       return Make<ObjectClass>();
     case eRuleObject:
-      return Ref<Primitive>(MakeRule(eRule_Clearance).Get());
+      return Ref<Primitive>(MakeRule(eRule_None).Get());
     case eBoardObject:
       return Make<Board>();
     default:

@@ -33,7 +33,7 @@ std::string Text(const TAbstractPolygon& polygon) {
 
 constexpr const char* kSquare = "0,0 10,0 10,10 0,10";
 constexpr const char* kNotched = "0,0 30,0 30,20 20,20 20,10 10,10 10,20 0,20";  // a U
-constexpr const char* kStar = "0,95 59,-81 -95,31 95,31 -59,-81";                  // a pentagram
+constexpr const char* kStar = "0,95 59,-81 -95,31 95,31 -59,-81";                // a pentagram
 
 TEST(AbstractPolygon, PointsInAndOn) {
   const struct {
@@ -102,7 +102,8 @@ TEST(AbstractPolygon, RectanglesAndPolygons) {
   EXPECT_TRUE(notched->DoesRectIntersect({30, 5, 40, 8}));
   EXPECT_FALSE(notched->DoesRectIntersect({-5, -5, 35, 25}));  // round all of it
   EXPECT_FALSE(notched->DoesRectIntersect({31, 0, 40, 8}));
-  const Poly square(kSquare), beside("10,0 20,0 20,10 10,10"), shifted("5,5 15,5 15,15 5,15"), small("2,2 4,2 4,4 2,4");
+  const Poly square(kSquare), beside("10,0 20,0 20,10 10,10"), shifted("5,5 15,5 15,15 5,15"),
+      small("2,2 4,2 4,4 2,4");
   EXPECT_FALSE(square->IsOverlappingPoly(*beside));
   EXPECT_TRUE(square->IsOverlappingPoly(*shifted));
   EXPECT_TRUE(square->IsOverlappingPoly(*small));
@@ -206,7 +207,8 @@ TEST(PolygonUtils, ProjectsAndFinds) {
 }
 
 TEST(PolygonUtils, UnitesAndIntersects) {
-  const Poly square(kSquare), shifted("5,5 15,5 15,15 5,15"), beside("10,0 20,0 20,10 10,10"), far("50,0 60,0 60,10");
+  const Poly square(kSquare), shifted("5,5 15,5 15,15 5,15"), beside("10,0 20,0 20,10 10,10"),
+      far("50,0 60,0 60,10");
   TAbstractPolygon result;
   EXPECT_TRUE(TPolygonUtils::UnionPoly(*square, *shifted, result));
   EXPECT_EQ(result.PointCount(), 8);

@@ -91,7 +91,8 @@ TEST(Contour, AreaIsSignedAndFollowsChanges) {
 
 TEST(ContourContainsPoint, CountsVerticesOnTheRayOnce) {
   // A roof, a valley and a step, all with vertices at y = 10.
-  const auto ring = Made({{0, 0}, {100, 0}, {100, 20}, {80, 10}, {60, 10}, {50, 20}, {40, 10}, {20, 30}, {0, 10}});
+  const auto ring =
+      Made({{0, 0}, {100, 0}, {100, 20}, {80, 10}, {60, 10}, {50, 20}, {40, 10}, {20, 30}, {0, 10}});
   EXPECT_TRUE(Holds(*ring, 90, 10));
   EXPECT_TRUE(Holds(*ring, 50, 10));
   EXPECT_TRUE(Holds(*ring, 50, 5));

@@ -43,7 +43,8 @@ TEST_F(ListContainer, GrowsAsTold) {
 }
 
 TEST_F(ListContainer, KeepsNullsAndDuplicatesUntilTheyGo) {
-  for (TItem item : {TItem(&squares[0]), TItem(nullptr), TItem(&squares[1]), TItem(&squares[0])}) list.Insert(item);
+  for (TItem item : {TItem(&squares[0]), TItem(nullptr), TItem(&squares[1]), TItem(&squares[0])})
+    list.Insert(item);
   list.AtInsert(9, &squares[4]);
   list.AtInsert(1, &squares[2]);
   EXPECT_EQ(list.Count(), 5);

@@ -1,0 +1,243 @@
+// Outlines, worked out from the geometry: lengths here are in mil, and vertices agree within 2 units.
+#include "DLLs/Tools/Teardrops/TeardropContourMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "DLLs/Tools/Frame/Primitives.h"
+#include "DLLs/Tools/Geometry/Contour.h"
+#include "DLLs/Tools/Geometry/VertexList.h"
+#include "DLLs/Tools/Teardrops/PCBTeardropOptionsModel.h"
+#include "DLLs/Tools/Teardrops/TeardropUtils.h"
+
+namespace Ketril::Tools {
+namespace {
+
+constexpr double kMil = 10000;
+
+struct Place {
+  double x, y;
+};
+
+TTeardropOptionsEx Options(std::int32_t flags) {
+  TTeardropOptionsEx options = DefaultTeardropOptions();
+  options.Flags = flags;
+  return options;
+}
+
+std::vector<Place> PlacesOf(const Ref<IPCB_Contour>& contour) {
+  std::vector<Place> places;
+  Pgpc_vertex_list list = nullptr;
+  if (!contour || Failed(contour->GetState_VertexList(list))) return places;
+  for (std::int32_t i = 0; i < list->num_vertices; ++i)
+    places.push_back({list->vertex[i].x, list->vertex[i].y});
+  return places;
+}
+
+void ExpectOutline(const std::vector<Place>& found, const std::vector<Place>& wanted_mil) {
+  ASSERT_EQ(found.size(), wanted_mil.size());
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    EXPECT_NEAR(found[i].x, wanted_mil[i].x * kMil, 2) << "vertex " << i;
+    EXPECT_NEAR(found[i].y, wanted_mil[i].y * kMil, 2) << "vertex " << i;
+  }
+}
+
+constexpr std::int32_t kStraight = TeardropFlag_Straight | TeardropFlag_ScaleWidth;
+constexpr CircleType kVia = {0, 0, 15 * kMil};
+
+std::vector<Place> OnVia(LineType line_mil, std::int32_t flags = kStraight) {
+  const LineType line = {line_mil.x1 * kMil, line_mil.y1 * kMil, line_mil.x2 * kMil, line_mil.y2 * kMil};
+  return PlacesOf(TTeardropContourMaker::LineToCircleContour(line, 10 * kMil, kVia, eTeardropObject_Via,
+                                                             Options(flags), true));
+}
+
+// On a via of 30 mil a teardrop runs 30 percent, 9 mil, and is 70 percent, 21 mil, wide.
+TEST(CircleOutline, OneTrackIntoAVia) {
+  const double tail = std::sqrt(15 * 15 - 5 * 5) + 9, foot = std::sqrt(15 * 15 - 10.5 * 10.5);
+  ExpectOutline(OnVia({0, 0, 100, 0}), {{tail, -5}, {foot, -10.5}, {foot, 10.5}, {tail, 5}});
+  EXPECT_TRUE(OnVia({50, 0, 100, 0}).empty());
+}
+
+TEST(CircleOutline, AShortTrackMakesTheFootNarrower) {
+  // The track ends 4.5 mil from the via: half the length, half the width of the foot, which is no wider then
+  // than 10.5 mil.
+  const double foot = std::sqrt(15 * 15 - 5.25 * 5.25), tail = std::sqrt(15 * 15 - 5 * 5);
+  const double run = 19.5 - tail;  // of the edges, to the end of the track
+  ExpectOutline(
+      OnVia({0, 0, 19.5, 0}),
+      {{tail + std::min(9.0, run), -5}, {foot, -5.25}, {foot, 5.25}, {tail + std::min(9.0, run), 5}});
+  const double wide_foot = OnVia({0, 0, 19.5, 0}, TeardropFlag_Straight)[2].y;
+  EXPECT_GT(wide_foot, 9 * kMil);
+}
+
+TEST(CircleOutline, ATrackThroughAViaHasBothSidesInOneContour) {
+  const std::vector<Place> found = OnVia({-100, 0, 100, 0});
+  const double tail = std::sqrt(15 * 15 - 5 * 5) + 9, foot = std::sqrt(15 * 15 - 10.5 * 10.5);
+  // The first hit lies nearer to the line's second end; out along side 0, along side 1 there and back, home.
+  ExpectOutline(found, {{tail, -5},
+                        {foot, -10.5},
+                        {-foot, 10.5},
+                        {-tail, 5},
+                        {-tail, -5},
+                        {-foot, -10.5},
+                        {foot, 10.5},
+                        {tail, 5}});
+}
+
+TEST(CircleOutline, CurvedFlanksKeepTheirEnds) {
+  const std::vector<Place> straight = OnVia({0, 0, 100, 0}), curved = OnVia({0, 0, 100, 0}, 0);
+  ASSERT_GT(curved.size(), 6u);
+  EXPECT_NEAR(curved.front().x, straight.front().x, 2);
+  EXPECT_NEAR(curved.back().y, straight.back().y, 2);
+  for (const Place& place : curved) EXPECT_LE(std::hypot(place.x, place.y), 24 * kMil + 2);
+}
+
+TEST(CircleOutline, AWidthOfMinusOneLeavesTheFeetOnTheCircleAboutTheAnchor) {
+  const LineType line = {0, 0, 100 * kMil, 0};
+  const auto found = PlacesOf(TTeardropContourMaker::LineToCircleContour(
+      line, 4 * kMil, kVia, eTeardropObject_Track, Options(TeardropFlag_Straight), true));
+  // 100 percent of the diameter: the anchor is 45 mil out, the circle about it 36 mil.
+  const double x = (45.0 * 45 + 15 * 15 - 36 * 36) / 90;
+  ASSERT_EQ(found.size(), 4u);
+  EXPECT_NEAR(found[1].x, x * kMil, 2);
+  EXPECT_NEAR(found[2].y, std::sqrt(15 * 15 - x * x) * kMil, 2);
+}
+
+TEST(CircleOutline, AnArcEntersLikeALineThatBends) {
+  // Radius 1000 mil about (0, -1000): at the via the arc runs nearly along +x.
+  ThinArcType arc = {0, -1000 * kMil, 1000 * kMil, 70, 90, 0, 0, 0, 0};
+  UpdateArcEnds(arc);
+  const auto found = PlacesOf(TTeardropContourMaker::ArcToCircleContour(
+      arc, 10 * kMil, kVia, eTeardropObject_Via, Options(kStraight), true));
+  ASSERT_EQ(found.size(), 4u);
+  EXPECT_NEAR(found[0].x, (std::sqrt(200.0) + 9) * kMil, 0.2 * kMil);
+  EXPECT_NEAR(found[2].y, 10.5 * kMil, 0.3 * kMil);
+  EXPECT_NEAR(std::hypot(found[1].x, found[1].y), 15 * kMil, 150);
+}
+
+TPolygonOwner Rectangle(double half_x, double half_y, double degrees) {
+  const TVertexListOwner ring(NewVertexList(4));
+  const double corners[4][2] = {{-half_x, -half_y}, {half_x, -half_y}, {half_x, half_y}, {-half_x, half_y}};
+  for (int i = 0; i < 4; ++i)
+    RotateVector(degrees, corners[i][0] * kMil, corners[i][1] * kMil, ring->vertex[i].x, ring->vertex[i].y);
+  TPolygonOwner polygon(NewPolygon());
+  AddContour(polygon.get(), ring.get(), false);
+  return polygon;
+}
+
+// A track of 10 mil into a pad of 60 x 40 mil: 10 mil long, 20 mil wide. The feet lie 1200 units, 0.12 mil,
+// inside of the outline, but for a crossing on its first edge.
+TEST(PolygonOutline, ATrackIntoARectangleAtAnyAngle) {
+  for (const bool first_edge : {false, true}) {
+    for (int degrees = 0; degrees < 360; degrees += 15) {
+      const TPolygonOwner pad = Rectangle(30, 20, degrees);
+      LineType line = {0, 0, first_edge ? 0 : 100 * kMil, first_edge ? -100 * kMil : 0};
+      RotateVector(degrees, line.x2, line.y2, line.x2, line.y2);
+      const auto contours = TTeardropContourMaker::ToPolygonContours(
+          nullptr, &line, 10 * kMil, *pad, {10 * kMil, 20 * kMil}, Options(kStraight));
+      ASSERT_TRUE(contours && contours->size() == 1) << degrees;
+      const std::vector<Place> found = PlacesOf(contours->front());
+      ASSERT_EQ(found.size(), 4u) << degrees;
+      const double side = first_edge ? 20 : 30, inset = first_edge ? 0 : 0.12;
+      for (const Place& place : found) {
+        double out = 0, across = 0;
+        RotateVector(-degrees + (first_edge ? 90 : 0), place.x, place.y, out, across);
+        const bool is_tail = std::abs(across) < 7 * kMil;
+        EXPECT_NEAR(std::abs(across), (is_tail ? 5 : 10) * kMil, 3) << degrees;
+        EXPECT_NEAR(out, (is_tail ? side + 10 : side - inset) * kMil, 3) << degrees;
+      }
+    }
+  }
+}
+
+TEST(PolygonOutline, TwoCrossingsGiveTwoContoursAndNoneNone) {
+  const TPolygonOwner pad = Rectangle(30, 20, 0);
+  const LineType through = {-100 * kMil, 0, 100 * kMil, 0},
+                 away = {-100 * kMil, 30 * kMil, 100 * kMil, 30 * kMil};
+  const auto make = [&](const LineType& line, const Tgpc_polygon& polygon) {
+    return TTeardropContourMaker::ToPolygonContours(nullptr, &line, 10 * kMil, polygon,
+                                                    {10 * kMil, 20 * kMil}, Options(kStraight));
+  };
+  EXPECT_EQ(make(through, *pad)->size(), 2u);
+  EXPECT_FALSE(make(away, *pad));
+  const TPolygonOwner empty(NewPolygon());
+  EXPECT_FALSE(make(through, *empty));
+}
+
+// A node at `at` with arms of 10 mil width and 100 mil length in these directions, turned by `turn`.
+std::vector<Place> Junction(std::initializer_list<double> degrees, TCoordPoint at, double turn,
+                            std::int32_t flags) {
+  TTeardropTJunctionNode made(TNodePoint{at.x, at.y, eV6_TopLayer});
+  for (const double direction : degrees) {
+    const double angle = (direction + turn) * std::numbers::pi / 180;
+    made.AddTrackLine({{double(at.x), double(at.y), at.x + 100 * kMil * std::cos(angle),
+                        at.y + 100 * kMil * std::sin(angle)},
+                       10 * static_cast<std::int32_t>(kMil)});
+  }
+  return PlacesOf(TTeardropContourMaker::TrackJunctionContour(made, Options(flags)));
+}
+
+// The flat side of a T is the junction's own point, wherever the T is and however it is turned.
+TEST(JunctionOutline, ATIsTheSameAtEveryAngleAndPlace) {
+  const TCoordPoint places[] = {
+      {0, 0}, {12345678, -87654321}, {999000000, 999000000}, {-2000000000, 1700000001}};
+  for (const std::int32_t flags : {0, kStraight}) {
+    const std::vector<Place> upright = Junction({0, 180, 270}, {0, 0}, 0, flags);
+    ASSERT_GE(upright.size(), 5u);
+    for (const TCoordPoint at : places) {
+      for (int turn = 0; turn < 360; ++turn) {
+        const std::vector<Place> found = Junction({0, 180, 270}, at, turn, flags);
+        ASSERT_EQ(found.size(), upright.size()) << turn;
+        for (const Place& wanted : upright) {
+          double nearest = 1e300;
+          for (const Place& place : found) {
+            double x = 0, y = 0;
+            RotateVector(-turn, place.x - at.x, place.y - at.y, x, y);
+            nearest = std::min(nearest, std::hypot(x - wanted.x, y - wanted.y));
+          }
+          ASSERT_LE(nearest, 3) << turn << " degrees at " << at.x << "," << at.y;
+        }
+        for (std::size_t i = 0; i < found.size(); ++i) {
+          const Place &a = found[i], &b = found[(i + 1) % found.size()];
+          ASSERT_FALSE(a.x == b.x && a.y == b.y) << turn;
+        }
+      }
+    }
+  }
+}
+
+TEST(JunctionOutline, ArmsAndStem) {
+  // Stem down: 100 percent of the width, 10 mil, beyond the crossing of the edges, 5 mil off; the arms get
+  // half of the extra width of 200 percent, 10 mil.
+  const std::vector<Place> found = Junction({0, 180, 270}, {0, 0}, 0, kStraight);
+  ExpectOutline(found, {{0, 0}, {-15, -5}, {-5, -15}, {5, -15}, {15, -5}});
+  EXPECT_TRUE(Junction({0, 180}, {0, 0}, 0, 0).empty());
+  EXPECT_TRUE(Junction({0, 180, 183}, {0, 0}, 0, 0).empty());
+  EXPECT_EQ(Junction({0, 90, 180, 270}, {0, 0}, 0, kStraight).size(), 8u);
+  EXPECT_EQ(Junction({0, 120, 240, 244}, {0, 0}, 0, kStraight).size(), 6u);
+}
+
+TEST(TeardropUtils, WaysStopAtTheEnds) {
+  GeoPointType point = {10, 0};
+  const LineType line = {0, 0, 100, 0};
+  MoveAlongLine(point, line, {0, 0}, 1000);
+  EXPECT_EQ(point, (GeoPointType{100, 0}));
+  MoveAlongLine(point, line, {100, 50}, 10);
+  EXPECT_EQ(point, (GeoPointType{100, 0}));  // square to the line
+  MovePointToward(point, {0, 0}, 30, true);
+  EXPECT_EQ(point, (GeoPointType{70, 0}));
+  MovePointToward(point, {0, 0}, 300, true);
+  EXPECT_EQ(point, (GeoPointType{0, 0}));
+  ThinArcType arc = {0, 0, 1000000, 0, 90, 0, 0, 0, 0};
+  UpdateArcEnds(arc);
+  GeoPointType on_arc = {1000000, 0};
+  MoveAlongArc(on_arc, arc, {1000000, -5}, 1000000 * std::numbers::pi / 4);
+  EXPECT_NEAR(on_arc.x, 707107, 1);
+  MoveAlongArc(on_arc, arc, {1000000, -5}, 1e9);
+  EXPECT_NEAR(on_arc.y, 1000000, 1);
+}
+
+}  // namespace
+}  // namespace Ketril::Tools
