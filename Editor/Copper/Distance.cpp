@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Editor/Model/Board.h"
+#include "Editor/Rules/Clearance.h"
 
 namespace Ketril::Editor {
 
@@ -132,7 +133,8 @@ double Gap(const Primitive& a, const Primitive& b, double limit) {
 Status Primitive::TellTouch(IPCB_Primitive* other, bool& touches) const {
   const Primitive* object = FromInterface(other);
   if (!object) return Status::InvalidArgument;
-  touches = Touch(*this, *object);
+  touches =
+      board && board == object->board ? board->Clearances().Touches(*this, *object) : Touch(*this, *object);
   return Status::Ok;
 }
 

@@ -17,18 +17,22 @@ bool IsFreePad(SExpressionCursor in) {
   if (in.Word("the footprint's name").text != kFreePadName) return false;
   int pads = 0;
   bool is_plain = true;
-  const auto is_at = [&](bool in_origin) {
+  // The pad may be turned in its origin; the footprint is not turned.
+  const auto take_place = [&](bool of_pad) {
     int count = 0;
-    for (; in.HasWord(); ++count) is_plain &= IsZero(in.Word("a number").text) || !in_origin;
-    is_plain &= count == 2;
+    for (; in.HasWord(); ++count) {
+      const bool is_zero = IsZero(in.Word("a number").text);
+      is_plain &= is_zero || count == 2 || !of_pad;
+    }
+    is_plain &= count == 2 || (of_pad && count == 3);
   };
   in.ForEach([&](const SExpressionItem& item) {
     if (!item.is_list) return;
-    if (item.word.text == "at") is_at(false);
+    if (item.word.text == "at") take_place(false);
     if (item.word.text != "pad") return;
     ++pads;
     in.ForEach([&](const SExpressionItem& part) {
-      if (part.is_list && part.word.text == "at") is_at(true);
+      if (part.is_list && part.word.text == "at") take_place(true);
     });
   });
   return pads == 1 && is_plain;

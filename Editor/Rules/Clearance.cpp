@@ -56,18 +56,28 @@ TCoord ClearanceChecker::Clearance(const Primitive& a, const Primitive& b) {
   return std::max(NetClearance(a.GetNet()), NetClearance(b.GetNet()));
 }
 
-const CopperShape& ClearanceChecker::ShapeOn(const Primitive& object, TV7_Layer layer) {
-  auto& shapes = shapes_[&object];
-  for (const auto& [known, shape] : shapes) {
-    if (known == layer) return shape;
-  }
-  return shapes.emplace_back(layer, CopperOn(object, layer)).second;
+const CopperShape& ClearanceChecker::ShapeOn(const Primitive& object, TV7_Layer layer, CopperShape& scratch) {
+  if (object.kind != eRegionObject || !object.on_board) return scratch = CopperOn(object, layer);
+  const auto [entry, is_new] = shapes_.try_emplace(&object);
+  if (is_new) entry->second = CopperOn(object, layer);
+  return entry->second;
+}
+
+double ClearanceChecker::GapOn(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit) {
+  CopperShape scratch_a, scratch_b;
+  const CopperShape& shape_a = ShapeOn(a, layer, scratch_a);
+  return Gap(shape_a, ShapeOn(b, layer, scratch_b), limit);
+}
+
+bool ClearanceChecker::Touches(const Primitive& a, const Primitive& b) {
+  if (a.MemberList() || b.MemberList()) return Touch(a, b);
+  return std::ranges::any_of(SharedLayers(a, b),
+                             [&](TV7_Layer layer) { return GapOn(a, b, layer, kTouchGap) < kTouchGap; });
 }
 
 std::optional<Violation> ClearanceChecker::CheckPair(Primitive& a, Primitive& b, TCoord asked) {
   for (const TV7_Layer layer : SharedLayers(a, b)) {
-    const CopperShape& first = ShapeOn(a, layer);
-    const double gap = Gap(first, ShapeOn(b, layer), asked);
+    const double gap = GapOn(a, b, layer, asked);
     // By less than a unit nothing is too near: whole coordinates cannot tell it.
     if (gap < asked - kTouchGap) return Violation{Ref<Primitive>(&a), Ref<Primitive>(&b), layer, gap, asked};
   }

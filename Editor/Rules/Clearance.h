@@ -34,6 +34,8 @@ class ClearanceChecker {
   TCoord Clearance(const Primitive& a, const Primitive& b);
   // The first layer on which the pair is nearer than `asked`.
   std::optional<Violation> CheckPair(Primitive& a, Primitive& b, TCoord asked);
+  // As Touch of two objects (Editor/Copper/Distance.h), which must not change meanwhile; sooner for regions.
+  bool Touches(const Primitive& a, const Primitive& b);
   // All violations of one object against the board, which need not have it.
   std::vector<Violation> CheckObject(Primitive& object);
   // All violations of the board, each pair once, in the order of the objects; `progress` is told how many
@@ -44,7 +46,9 @@ class ClearanceChecker {
   static bool IsCopper(const Primitive& object);
   static bool MayTouch(const Primitive& a, const Primitive& b);
   TCoord NetClearance(const Net* net);
-  const CopperShape& ShapeOn(const Primitive& object, TV7_Layer layer);
+  // Of a region, which may be a pour of thousands of sides, the shape is kept; others are made in `scratch`.
+  const CopperShape& ShapeOn(const Primitive& object, TV7_Layer layer, CopperShape& scratch);
+  double GapOn(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit);
   template <class Visit>
   void ForEachNeighbour(const Primitive& object, Visit visit);
 
@@ -52,7 +56,7 @@ class ClearanceChecker {
   std::vector<Rule*> rules_;  // enabled ones of clearance, the first in priority first
   TCoord greatest_ = 0;       // gap that anything asks
   std::unordered_map<const Net*, TCoord> net_clearances_;
-  std::unordered_map<const Primitive*, std::vector<std::pair<TV7_Layer, CopperShape>>> shapes_;
+  std::unordered_map<const Primitive*, CopperShape> shapes_;  // of regions, on their layers
 };
 
 // What a check found, as the tools see it.
