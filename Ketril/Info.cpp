@@ -116,6 +116,7 @@ ordered_json BoardInfo(Board& board, LengthUnit unit) {
   for (const auto& [layer, count] : layers) info["layers"][LayerName(board, layer)] = count;
 
   std::vector<std::pair<std::string, const NetFacts*>> sorted;
+  sorted.reserve(nets.size());
   for (const auto& [net, facts] : nets) sorted.emplace_back(ToUtf8(net->data.name), &facts);
   std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   info["nets"] = ordered_json::array();
@@ -167,13 +168,8 @@ std::string BoardInfoText(const ordered_json& info) {
 }
 
 ordered_json ViolationRecord(const Editor::Violation& violation, LengthUnit unit) {
-  const auto describe = [](Primitive& object) {
-    std::u16string text;
-    Probe<IPCB_Primitive2>(object.AsInterface())->GetState_DescriptorString(text);
-    return ToUtf8(text);
-  };
-  return {{"first", describe(*violation.first)},
-          {"second", describe(*violation.second)},
+  return {{"first", ToUtf8(violation.first->Describe())},
+          {"second", ToUtf8(violation.second->Describe())},
           {"layer", LayerName(*violation.first->board, violation.layer)},
           {"gap", Length(static_cast<TCoord>(violation.gap), unit)},
           {"asked", Length(violation.asked, unit)}};
@@ -201,9 +197,7 @@ std::string ObjectLines(Board& board, const Editor::Selection& selection) {
   std::string lines;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
     if (!selection.Matches(object, board)) return;
-    std::u16string text;
-    Probe<IPCB_Primitive2>(object.AsInterface())->GetState_DescriptorString(text);
-    lines += ToUtf8(text) + "\n";
+    lines += ToUtf8(object.Describe()) + "\n";
   });
   return lines;
 }

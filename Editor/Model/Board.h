@@ -186,7 +186,7 @@ class Board final
   friend class Journal;
   std::shared_ptr<ClearanceChecker> clearances_;
   std::uint64_t clearances_revision_ = 0;
-  ~Board();
+  ~Board() override;
   struct SavedBoard;
   void RemoveWithMembers(Primitive& primitive);
   // Without journal and mark, the object alone.

@@ -202,7 +202,7 @@ void Pad::SetMode(TPadMode mode) {
   if (mode == ePadMode_Simple) {
     PadLayer kept = On(FirstLayer());
     kept.layer = eV6_MultiLayer;
-    data.stack.assign(1, std::move(kept));
+    data.stack.assign(1, kept);
   }
   data.mode = mode;
 }

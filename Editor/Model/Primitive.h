@@ -146,6 +146,7 @@ class Primitive : public IInterface {
   virtual Ref<Primitive> Copy() const = 0;    // on no board, in no group, a new identity
   virtual std::u16string Identifier() const;  // "U1", "R3-2", "GND"
   std::int32_t CountViolations();             // of clearances, as the board is; stands with the rules
+  std::u16string Describe() const;            // kind, identifier, place and layer, for a person
   virtual std::u16string PlaceText() const;   // "(100mil,200mil)"
   virtual std::u16string LayerText() const;   // "Top Layer"
   // Values of its openings; the objects that always have some hold them in their data.
@@ -192,7 +193,6 @@ class Primitive : public IInterface {
   void EndEdit();
   void CancelEdit();
   bool IsSaveableIn(TKetrilFileFormatVersion version) const;
-  std::u16string Describe() const;
   std::u16string DescribeInDetail() const;
   void SetMaskValue(TCoord MaskData::*field, TCoord value);
   void SetMaskMode(TMaskExpansionMode MaskData::*field, TMaskExpansionMode value);

@@ -29,15 +29,9 @@ class RuleList final : public HostObject<IPCB_RuleList> {
 std::u16string DescribeViolation(const Violation& violation) {
   const Board* board = violation.first->board ? violation.first->board : violation.second->board;
   const TUnit unit = board ? board->setup.display_unit : eMetric;
-  const auto describe = [](Primitive& object) {
-    std::u16string text;
-    (void)static_cast<IPCB_Primitive2*>(Probe<IPCB_Primitive2>(object.AsInterface()).Get())
-        ->GetState_DescriptorString(text);
-    return text;
-  };
   return u"Clearance " + LengthText(static_cast<std::int64_t>(violation.gap), unit) + u" of " +
-         LengthText(violation.asked, unit) + u": " + describe(*violation.first) + u" and " +
-         describe(*violation.second);
+         LengthText(violation.asked, unit) + u": " + violation.first->Describe() + u" and " +
+         violation.second->Describe();
 }
 
 Status Board::GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept {

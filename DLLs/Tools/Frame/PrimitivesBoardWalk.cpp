@@ -102,7 +102,7 @@ TComp* TBoard::Getstate_ComponentByName(const std::u16string& name) {
     TTemporary<TPrimitive> candidate(p);
     auto* component = dynamic_cast<TComp*>(p);
     if (!component || !HasDesignator(*component, name)) continue;
-    candidate.release();
+    (void)candidate.release();
     return component;
   }
   return nullptr;
