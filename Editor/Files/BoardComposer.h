@@ -64,7 +64,8 @@ class BoardComposer {
   std::string RegionZone(Region& region);
   std::vector<std::string> Shapes(Primitive& object, const std::vector<Ring>& rings, bool filled, TCoord pen);
   std::string PolygonZone(Polygon& polygon);
-  std::vector<std::string> Fills(const Region& region) const;  // as a member of a zone
+  // As the copper of a zone, on the region's layer.
+  std::vector<std::string> Fills(const Region& region, const std::vector<Ring>& rings) const;
   std::string Footprint(Component& component);
   std::string FreePad(Pad& pad);
   std::string PadText(Pad& pad, bool is_free);

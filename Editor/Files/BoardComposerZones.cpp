@@ -3,6 +3,7 @@
 
 #include "Editor/Files/ArcGeometry.h"
 #include "Editor/Files/BoardComposer.h"
+#include "Editor/Files/ZoneFill.h"
 
 namespace Ketril::Editor {
 
@@ -75,7 +76,7 @@ std::vector<std::string> BoardComposer::Shapes(Primitive& object, const std::vec
 std::vector<std::string> BoardComposer::RegionText(Region& region) {
   const RegionData& data = region.data;
   if (region.Owner() && region.Owner()->kind == ePolyObject && region.Owner()->HasMember(region)) {
-    return Fills(region);
+    return Fills(region, region.data.rings);
   }
   const bool needs_zone =
       IsSignalLayer(region.state.layer) && region.GetNet() && !words_.version.HasNetGraphics();
@@ -91,9 +92,9 @@ std::vector<std::string> BoardComposer::RegionText(Region& region) {
   return lines;
 }
 
-std::vector<std::string> BoardComposer::Fills(const Region& region) const {
+std::vector<std::string> BoardComposer::Fills(const Region& region, const std::vector<Ring>& rings) const {
   std::vector<std::string> parts;
-  for (const Points& points : Simple(region.data.rings)) {
+  for (const Points& points : Simple(rings)) {
     parts.push_back("(filled_polygon" + (words_.version.QuotesAll() ? Layer(region) : "") + " " +
                     PointList(points) + ")");
   }
@@ -104,9 +105,8 @@ std::vector<std::string> BoardComposer::Fills(const Region& region) const {
 std::string BoardComposer::RegionZone(Region& region) {
   const bool is_teardrop = region.Has(kFlag_TearDrop);
   const FileVersion version = words_.version;
-  const Net* const net = region.GetNet();
-  std::string text = "(zone" + NetOf(region) + " (net_name " + (net ? words_.Text(net->data.name) : "\"\"") +
-                     ")" + LockedList(region) + Layer(region) + words_.Identifier(region);
+  std::string text = "(zone" + NetOf(region) + " (net_name " + words_.ZoneNetName(region.GetNet()) + ")" +
+                     LockedList(region) + Layer(region) + words_.Identifier(region);
   if (version.HasZoneNames())
     text += " (name \"" + std::string(is_teardrop ? kTeardropName : kRegionName) + "\")";
   text += " (hatch edge 0.5)";
@@ -122,16 +122,16 @@ std::string BoardComposer::RegionZone(Region& region) {
   text += version.QuotesAll() ? " (fill yes" : " (fill yes (arc_segments 32)";
   text += " (thermal_gap 0.5) (thermal_bridge_width 0.5))";
   for (const Ring& ring : region.data.rings) text += " (polygon " + PointList(ring.points) + ")";
-  for (const std::string& fill : Fills(region)) text += " " + fill;
+  const std::vector<Ring> fill = version.HasTeardrops() ? Covered(region.data.rings) : TiedFill(region);
+  for (const std::string& part : Fills(region, fill)) text += " " + part;
   return text + ")";
 }
 
 std::string BoardComposer::PolygonZone(Polygon& polygon) {
   const PolygonData& data = polygon.data;
   const FileVersion version = words_.version;
-  const Net* const net = polygon.GetNet();
-  std::string text = "(zone" + NetOf(polygon) + " (net_name " + (net ? words_.Text(net->data.name) : "\"\"") +
-                     ")" + LockedList(polygon) +
+  std::string text = "(zone" + NetOf(polygon) + " (net_name " + words_.ZoneNetName(polygon.GetNet()) + ")" +
+                     LockedList(polygon) +
                      (data.layers.size() > 1 ? " " + words_.LayerList(data.layers) : Layer(polygon)) +
                      words_.Identifier(polygon);
   if (version.HasZoneNames() && !data.name.empty()) text += " (name " + words_.Text(data.name) + ")";
@@ -146,7 +146,7 @@ std::string BoardComposer::PolygonZone(Polygon& polygon) {
     const Region* const region = As<Region>(member.Get());
     if (!region || !region->on_board) continue;
     is_stroked = is_stroked || region->data.line_width > 0;
-    for (const std::string& fill : Fills(*region)) fills += " " + fill;
+    for (const std::string& fill : Fills(*region, region->data.rings)) fills += " " + fill;
   }
   if (version.HasZoneNames() && !is_stroked) text += " (filled_areas_thickness no)";
   if (polygon.Has(kFlag_KeepOut)) {

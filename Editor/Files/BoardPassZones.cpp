@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "Editor/Files/BoardPass.h"
+#include "Editor/Files/ZoneFill.h"
 
 namespace Ketril::Editor {
 
@@ -330,7 +331,7 @@ void BoardPass::ZoneLayers(const Item& item, Polygon& polygon) {
 
 void BoardPass::PutNetName(const ZoneWords& words, const Ketril::Editor::Net* net) {
   if (words.net_changed) {
-    Put(words.net_name, net ? words_->Text(net->data.name) : "\"\"");
+    Put(words.net_name, words_->ZoneNetName(net));
   } else {
     PutRenamed(words.net_name, net);
   }
@@ -442,7 +443,8 @@ void BoardPass::FillSettings(Polygon& polygon) {
   }
 }
 
-// A zone that is one region. Fills are its copper, unless they are to be stroked: then the outline is.
+// A zone that is one region. Fills are its copper, unless they are to be stroked or are tied: then the
+// outline is.
 void BoardPass::RegionZone(Region& region) {
   std::vector<Outline> outlines, fills;
   ZoneWords words;
@@ -466,10 +468,11 @@ void BoardPass::RegionZone(Region& region) {
       Common(item, key, region);
     }
   });
-  std::vector<Ring> rings;
-  for (const Outline& outline : words.is_stroked || fills.empty() ? outlines : fills) {
-    AddRing(rings, outline.points);
-  }
+  std::vector<Ring> rings, drawn;
+  for (const Outline& outline : fills) AddRing(rings, outline.points);
+  for (const Outline& outline : outlines) AddRing(drawn, outline.points);
+  const bool may_be_tied = !FileVersion(board_.file.version).HasTeardrops();
+  if (words.is_stroked || rings.empty() || (may_be_tied && IsTied(rings, drawn))) rings = std::move(drawn);
   if (!edits_) {
     region.data.rings = std::move(rings);
     return;

@@ -88,6 +88,40 @@ std::string FileWords::Text(const std::u16string& text) const {
   return Name(Platform::ToUtf8(text));
 }
 
+namespace {
+
+// "~RESET~/A" as "~{RESET}/A": an overbar of the old writing ends at a tilde, a space, a closing bracket or
+// the end; two tildes are one.
+std::string WithBraces(std::string_view old) {
+  std::string name;
+  bool is_over = false;
+  for (std::size_t i = 0; i < old.size(); ++i) {
+    const char c = old[i];
+    if (c == '~' && i + 1 < old.size() && old[i + 1] == '{') return std::string(old);  // has braces already
+    if (c == '~' && i + 1 < old.size() && old[i + 1] == '~') {
+      name += old[++i];
+    } else if (c == '~') {
+      name += is_over ? "}" : "~{";
+      is_over = !is_over;
+    } else {
+      if (is_over && (c == ' ' || c == ')' || c == '}')) {
+        name += '}';
+        is_over = false;
+      }
+      name += c;
+    }
+  }
+  return is_over ? name + '}' : name;
+}
+
+}  // namespace
+
+std::string FileWords::ZoneNetName(const Net* net) const {
+  if (!net) return "\"\"";
+  const std::string name = Platform::ToUtf8(net->data.name);
+  return Name(version.HasBracedOverbars() ? name : WithBraces(name));
+}
+
 std::string FileWords::LayerList(const std::vector<TV7_Layer>& list) const {
   const auto has = [&](TV7_Layer layer) { return std::ranges::find(list, layer) != list.end(); };
   struct Pair {

@@ -24,9 +24,10 @@ class FileVersion {
   bool HasTrackArcs() const { return number_ >= 20200119; }
   bool HasZoneNames() const { return number_ >= 20200614; }
   bool QuotesAll() const { return number_ >= 20200628; }
-  bool SaysFootprint() const { return number_ >= 20201115; }  // before: module
-  bool HasUuids() const { return number_ >= 20200628; }       // before: short stamps, often none
-  bool HasMidArcs() const { return number_ >= 20211014; }     // before: centre, start and angle
+  bool SaysFootprint() const { return number_ >= 20201115; }      // before: module
+  bool HasUuids() const { return number_ >= 20200628; }           // before: short stamps, often none
+  bool HasMidArcs() const { return number_ >= 20211014; }         // before: centre, start and angle
+  bool HasBracedOverbars() const { return number_ >= 20210606; }  // ~{RESET}; before: ~RESET~
   bool HasStrokes() const { return number_ >= 20211229; }
   bool HasTeardrops() const { return number_ >= 20221018; }
   bool IsTabbed() const { return number_ >= 20231014; }  // lists for flags, uuid, properties as texts
@@ -67,6 +68,9 @@ class FileWords {
   std::string Place(TCoordPoint place, const Placement& placement) const;  // "x y"
   // The net's number; one that has none yet gets the next free one. 0 for null.
   std::int32_t NetNumber(const Net* net);
+  // The net's name in a zone. The programs of today turn overbars of old files into braces, but not those in
+  // a zone, and then hold it for a net of its own: so in an old file it is written with braces already.
+  std::string ZoneNetName(const Net* net) const;
   std::string NetWithName(Net* net);  // `(net 5 "GND")`
   // ` (uuid "...")` of the object, as this version has it. A random one when the object's own identifier has
   // not the form that the version wants: the object has that one from then on. Empty where none is needed.

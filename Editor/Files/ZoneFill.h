@@ -1,0 +1,24 @@
+// The copper that is written for a region which stands in the file as a zone of its own, and how it is told
+// apart again.
+#pragma once
+
+#include <vector>
+
+#include "Editor/Model/Shapes.h"
+
+namespace Ketril::Editor {
+
+// What the rings cover: an outline may cross itself, but a fill that does so breaks other programs.
+std::vector<Ring> Covered(const std::vector<Ring>& rings);
+
+// The same, with a tie. The programs of the format's versions before teardrops take a zone for connected
+// only when a track of its net ends in it, or the middle of a pad or via lies in it, and a teardrop on the
+// way between has none of these. It gets a thin strip that runs within the copper of the track, via or pad
+// that it touches to the nearest such place, so that the copper of the board stays as it is. The region
+// itself, which must be on a board, is not changed.
+std::vector<Ring> TiedFill(const Region& region);
+
+// True when the fills have such a strip: they reach out of the outlines, as no poured copper does.
+bool IsTied(const std::vector<Ring>& fills, const std::vector<Ring>& outlines);
+
+}  // namespace Ketril::Editor
