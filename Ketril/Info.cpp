@@ -168,7 +168,9 @@ std::string BoardInfoText(const ordered_json& info) {
 }
 
 ordered_json ViolationRecord(const Editor::Violation& violation, LengthUnit unit) {
-  return {{"first", ToUtf8(violation.first->Describe())},
+  constexpr const char* kKinds[] = {"clearance", "hole clearance", "keep-out"};
+  return {{"kind", kKinds[static_cast<int>(violation.kind)]},
+          {"first", ToUtf8(violation.first->Describe())},
           {"second", ToUtf8(violation.second->Describe())},
           {"layer", LayerName(*violation.first->board, violation.layer)},
           {"gap", Length(static_cast<TCoord>(violation.gap), unit)},

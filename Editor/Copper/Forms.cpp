@@ -78,12 +78,10 @@ Form FormOf(const Text& text) {
 
 void AddForms(const RegionData& region, std::vector<Form>& forms) {
   if (region.kind != eRegionKind_Copper) return;
-  Area area{{}, {}, std::max(region.line_width, 0) / 2.0, region.filled && region.closed, region.closed};
-  for (const Ring& ring : region.rings) {
-    if (ring.points.empty()) continue;
-    Spots& spots = (ring.hole ? area.holes : area.outer).emplace_back();
-    std::ranges::transform(ring.points, std::back_inserter(spots), SpotOf);
-  }
+  Area area = AreaOfRings(region.rings);
+  area.pen = std::max(region.line_width, 0) / 2.0;
+  area.filled = region.filled && region.closed;
+  area.closed = region.closed;
   if (!area.outer.empty()) forms.push_back(std::move(area));
 }
 
@@ -122,6 +120,16 @@ Hull HoleOf(const Pad& pad) {
   if (pad.data.hole_type == eSquareHole) return place(BoxDiscs(-half, -half, half, half));
   if (pad.data.hole_type == eSlotHole && reach > 0) return place({{-reach, 0, half}, {reach, 0, half}});
   return place({{0, 0, half}});
+}
+
+Area AreaOfRings(const std::vector<Ring>& rings) {
+  Area area;
+  for (const Ring& ring : rings) {
+    if (ring.points.empty()) continue;
+    Spots& spots = (ring.hole ? area.holes : area.outer).emplace_back();
+    std::ranges::transform(ring.points, std::back_inserter(spots), SpotOf);
+  }
+  return area;
 }
 
 bool HasCopperOn(const Primitive& primitive, TV7_Layer layer) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Editor/Copper/Pieces.h"
+#include "Editor/Model/GeometricPolygon.h"
 #include "Editor/Model/Pad.h"
 #include "Editor/Model/Via.h"
 
@@ -33,6 +34,8 @@ struct Area {
   bool filled = true;
   bool closed = true;
 };
+
+Area AreaOfRings(const std::vector<Ring>& rings);
 
 using Form = std::variant<Hull, DrawnArc, Area>;
 

@@ -106,7 +106,7 @@ Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) 
       heard.push_back(companion.string() + ": it is passed over: " + failure.what());
     }
   };
-  if (FileVersion(board->file.version).QuotesAll()) read(ProjectPath(path), ReadNetClasses);
+  if (FileVersion(board->file.version).QuotesAll()) read(ProjectPath(path), ReadProject);
   read(ExtrasPath(path), ReadExtras);
   return board;
 }

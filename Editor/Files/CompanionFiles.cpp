@@ -48,8 +48,11 @@ std::filesystem::path ExtrasPath(const std::filesystem::path& board) {
   return Beside(board, ".ketril.json");
 }
 
-void ReadNetClasses(Board& board, const std::string& text) {
+void ReadProject(Board& board, const std::string& text) {
   const Json project = Json::parse(text);
+  const Json& rules = PartOf(PartOf(PartOf(project, "board"), "design_settings"), "rules");
+  if (rules.contains("min_hole_clearance"))
+    board.setup.hole_clearance = LengthIn(rules, "min_hole_clearance");
   const Json& settings = PartOf(project, "net_settings");
   std::vector<Ref<ObjectClass>> classes;
   const auto class_named = [&](const std::u16string& name) -> ObjectClass* {

@@ -13,9 +13,9 @@ std::filesystem::path ExtrasPath(const std::filesystem::path& board);
 
 // Both raise std::exception for a text that is no JSON, or not of the form.
 //
-// The net classes of a project: of each name, lists of nets (version 20211014), patterns with * and ? (since
-// 20221018) and assignments (since 20241229) make the members.
-void ReadNetClasses(Board& board, const std::string& text);
+// Of a project the least hole clearance and the net classes: of each name, lists of nets (version 20211014),
+// patterns with * and ? (since 20221018) and assignments (since 20241229) make the members.
+void ReadProject(Board& board, const std::string& text);
 // {"version": 1, "unions": {"identifier": index}, "teardrops": ["identifier"]}; identifiers that the board
 // does not have are passed over.
 void ReadExtras(Board& board, const std::string& text);

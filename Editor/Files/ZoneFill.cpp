@@ -18,12 +18,7 @@ constexpr double kStripHalfWidth = 5000;  // 0.5 mil
 constexpr double kRounding = 3;           // by which clipped vertices may be off, in units
 
 CopperShape ShapeOfRings(const std::vector<Ring>& rings) {
-  Area area;
-  for (const Ring& ring : rings) {
-    if (ring.points.empty()) continue;
-    Spots& spots = (ring.hole ? area.holes : area.outer).emplace_back();
-    for (const TCoordPoint& point : ring.points) spots.push_back({double(point.x), double(point.y)});
-  }
+  const Area area = AreaOfRings(rings);
   return area.outer.empty() ? CopperShape() : ShapeOf({area});
 }
 

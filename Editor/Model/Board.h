@@ -42,6 +42,7 @@ struct BoardSetup {
   TCoord paste_margin = 0;
   double paste_ratio = 0;
   TCoord clearance = 78740;  // 0.2 mm, where no net class says otherwise
+  TCoord hole_clearance = 98425;  // 0.25 mm, of copper from holes, where no project says otherwise
   TCoord track_width = 98425;
 };
 

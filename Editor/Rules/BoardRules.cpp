@@ -27,11 +27,13 @@ class RuleList final : public HostObject<IPCB_RuleList> {
 }  // namespace
 
 std::u16string DescribeViolation(const Violation& violation) {
+  const std::u16string pair = violation.first->Describe() + u" and " + violation.second->Describe();
+  if (violation.kind == ViolationKind::KeepOut) return u"Keep-out: " + pair;
   const Board* board = violation.first->board ? violation.first->board : violation.second->board;
   const TUnit unit = board ? board->setup.display_unit : eMetric;
-  return u"Clearance " + LengthText(static_cast<std::int64_t>(violation.gap), unit) + u" of " +
-         LengthText(violation.asked, unit) + u": " + violation.first->Describe() + u" and " +
-         violation.second->Describe();
+  return (violation.kind == ViolationKind::HoleClearance ? u"Hole clearance " : u"Clearance ") +
+         LengthText(static_cast<std::int64_t>(violation.gap), unit) + u" of " +
+         LengthText(violation.asked, unit) + u": " + pair;
 }
 
 Status Board::GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Editor/Copper/Distance.h"
+#include "Editor/Model/Polygon.h"
 
 namespace Ketril::Editor {
 
@@ -16,9 +17,24 @@ TCoordRect Grown(const TCoordRect& box, TCoord by) {
           ToCoord(std::int64_t{box.x2} + by), ToCoord(std::int64_t{box.y2} + by)};
 }
 
+bool Forbids(const PolygonData& area, const Primitive& object) {
+  switch (object.kind) {
+    case eTrackObject:
+    case eArcObject:
+      return area.keepout_tracks;
+    case eViaObject:
+      return area.keepout_vias;
+    case ePadObject:
+      return area.keepout_pads;
+    default:
+      return area.keepout_copper && !(object.Owner() && object.Owner()->kind == ePolyObject);
+  }
+}
+
 }  // namespace
 
-ClearanceChecker::ClearanceChecker(Board& board) : board_(board), greatest_(board.setup.clearance) {
+ClearanceChecker::ClearanceChecker(Board& board)
+    : board_(board), greatest_(std::max(board.setup.clearance, board.setup.hole_clearance)) {
   board.objects.ForEach({eRuleObject}, [&](Primitive& object) {
     Rule* rule = As<Rule>(&object);
     if (rule->data.rule_kind != eRule_Clearance || !rule->data.enabled) return;
@@ -75,13 +91,47 @@ bool ClearanceChecker::Touches(const Primitive& a, const Primitive& b) {
                              [&](TV7_Layer layer) { return GapOn(a, b, layer, kTouchGap) < kTouchGap; });
 }
 
+// Of the copper on the layer to the hole; beyond what the board asks when there is no hole.
+double ClearanceChecker::GapToHole(const Primitive& drilled, const Primitive& other, TV7_Layer layer) {
+  const Via* const via = As<Via>(&drilled);
+  const Pad* const pad = As<Pad>(&drilled);
+  if (!via && !pad) return board_.setup.hole_clearance;
+  const Hull hole = via ? HoleOf(*via) : HoleOf(*pad);
+  if (hole.discs.empty()) return board_.setup.hole_clearance;
+  CopperShape scratch;
+  return Gap(ShapeOf({hole}), ShapeOn(other, layer, scratch), board_.setup.hole_clearance);
+}
+
 std::optional<Violation> ClearanceChecker::CheckPair(Primitive& a, Primitive& b, TCoord asked) {
+  const TCoord hole_asked = board_.setup.hole_clearance;
   for (const TV7_Layer layer : SharedLayers(a, b)) {
-    const double gap = GapOn(a, b, layer, asked);
+    const double gap = GapOn(a, b, layer, std::max(asked, hole_asked));
     // By less than a unit nothing is too near: whole coordinates cannot tell it.
     if (gap < asked - kTouchGap) return Violation{Ref<Primitive>(&a), Ref<Primitive>(&b), layer, gap, asked};
+    if (gap >= hole_asked) continue;  // its hole is further away than a pad's or via's copper
+    const double to_hole = std::min(GapToHole(a, b, layer), GapToHole(b, a, layer));
+    if (to_hole < hole_asked - kTouchGap) {
+      return Violation{Ref<Primitive>(&a), Ref<Primitive>(&b),          layer, to_hole,
+                       hole_asked,         ViolationKind::HoleClearance};
+    }
   }
   return std::nullopt;
+}
+
+void ClearanceChecker::CheckKeepOuts(Primitive& object, std::vector<Violation>& violations) {
+  for (Primitive* other : board_.index.Find(object.Bounds())) {
+    const Polygon* const area = As<Polygon>(other);
+    if (!area || !area->Has(kFlag_KeepOut) || !Forbids(area->data, object)) continue;
+    const auto [shape, is_new] = shapes_.try_emplace(area);
+    if (is_new) shape->second = ShapeOf({AreaOfRings(area->data.rings)});
+    for (const TV7_Layer layer : area->data.layers) {
+      CopperShape scratch;
+      if (!HasCopperOn(object, layer) || Gap(shape->second, ShapeOn(object, layer, scratch), 1) > 0) continue;
+      violations.push_back(
+          {Ref<Primitive>(&object), Ref<Primitive>(other), layer, 0, 0, ViolationKind::KeepOut});
+      break;
+    }
+  }
 }
 
 // Objects of other nets whose box comes as near as any clearance asks.
@@ -99,6 +149,7 @@ std::vector<Violation> ClearanceChecker::CheckObject(Primitive& object) {
     if (auto found = CheckPair(object, other, Clearance(object, other)))
       violations.push_back(std::move(*found));
   });
+  CheckKeepOuts(object, violations);
   return violations;
 }
 
@@ -113,6 +164,7 @@ std::vector<Violation> ClearanceChecker::CheckBoard(const std::function<void(std
       if (auto found = CheckPair(object, other, Clearance(object, other)))
         violations.push_back(std::move(*found));
     });
+    CheckKeepOuts(object, violations);
   });
   return violations;
 }

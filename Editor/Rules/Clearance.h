@@ -2,8 +2,9 @@
 //
 // Copper of one net may touch, and so may copper of no net; everything else keeps the gap that the first
 // clearance rule asks whose scopes hold the pair, in the order of their priorities; without one, the greater
-// of the two net classes' gaps, or the board's. Texts count as no copper, nor do keep-outs; of a polygon its
-// pour counts.
+// of the two net classes' gaps, or the board's. It keeps the board's hole clearance from holes as well, and
+// stays out of areas that forbid its kind: regions are forbidden where copper pours are, but for the pours
+// themselves. Texts count as no copper; of a polygon its pour counts.
 #pragma once
 
 #include <functional>
@@ -18,11 +19,13 @@
 
 namespace Ketril::Editor {
 
+enum class ViolationKind { Clearance, HoleClearance, KeepOut };
 struct Violation {
   Ref<Primitive> first, second;
   TV7_Layer layer;
   double gap = 0;    // found, in units
   TCoord asked = 0;  // by the rule
+  ViolationKind kind = ViolationKind::Clearance;
 };
 // "Clearance 0.12mm of 0.2mm: Track (…) and Via (…)", in the unit that the board shows.
 std::u16string DescribeViolation(const Violation& violation);
@@ -32,7 +35,8 @@ class ClearanceChecker {
   explicit ClearanceChecker(Board& board);
 
   TCoord Clearance(const Primitive& a, const Primitive& b);
-  // The first layer on which the pair is nearer than `asked`.
+  // The first layer on which the pair is nearer than `asked`, or the hole of one nearer to the other than the
+  // board asks.
   std::optional<Violation> CheckPair(Primitive& a, Primitive& b, TCoord asked);
   // As Touch of two objects (Editor/Copper/Distance.h), which must not change meanwhile; sooner for regions.
   bool Touches(const Primitive& a, const Primitive& b);
@@ -49,6 +53,8 @@ class ClearanceChecker {
   // Of a region, which may be a pour of thousands of sides, the shape is kept; others are made in `scratch`.
   const CopperShape& ShapeOn(const Primitive& object, TV7_Layer layer, CopperShape& scratch);
   double GapOn(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit);
+  double GapToHole(const Primitive& drilled, const Primitive& other, TV7_Layer layer);
+  void CheckKeepOuts(Primitive& object, std::vector<Violation>& violations);
   template <class Visit>
   void ForEachNeighbour(const Primitive& object, Visit visit);
 
@@ -56,7 +62,7 @@ class ClearanceChecker {
   std::vector<Rule*> rules_;  // enabled ones of clearance, the first in priority first
   TCoord greatest_ = 0;       // gap that anything asks
   std::unordered_map<const Net*, TCoord> net_clearances_;
-  std::unordered_map<const Primitive*, CopperShape> shapes_;  // of regions, on their layers
+  std::unordered_map<const Primitive*, CopperShape> shapes_;  // of regions on their layers, and of keep-outs
 };
 
 // What a check found, as the tools see it.
