@@ -74,7 +74,13 @@ Ring Strip(const Segment& line) {
 std::vector<Ring> Covered(const std::vector<Ring>& rings) {
   std::vector<Ring> outer, holes;
   for (const Ring& ring : rings) (ring.hole ? holes : outer).push_back(ring);
-  return Difference(outer, holes);
+  std::vector<Ring> covered = Difference(outer, holes);
+  // A plain outline keeps its first vertex.
+  if (covered.size() != 1 || rings.size() != 1 || rings.front().points.empty()) return covered;
+  std::vector<TCoordPoint>& points = covered.front().points;
+  const auto first = std::ranges::find(points, rings.front().points.front());
+  std::rotate(points.begin(), first == points.end() ? points.begin() : first, points.end());
+  return covered;
 }
 
 std::vector<Ring> TiedFill(const Region& region) {

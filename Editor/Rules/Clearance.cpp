@@ -17,6 +17,13 @@ TCoordRect Grown(const TCoordRect& box, TCoord by) {
           ToCoord(std::int64_t{box.x2} + by), ToCoord(std::int64_t{box.y2} + by)};
 }
 
+// Pours have chords for arcs, so that their gaps come out a little small.
+constexpr TCoord kPourTolerance = 394;  // 1 micrometre
+
+bool IsPour(const Primitive& object) {
+  return object.kind == eRegionObject && object.Owner() && object.Owner()->kind == ePolyObject;
+}
+
 bool Forbids(const PolygonData& area, const Primitive& object) {
   switch (object.kind) {
     case eTrackObject:
@@ -27,7 +34,7 @@ bool Forbids(const PolygonData& area, const Primitive& object) {
     case ePadObject:
       return area.keepout_pads;
     default:
-      return area.keepout_copper && !(object.Owner() && object.Owner()->kind == ePolyObject);
+      return area.keepout_copper && !IsPour(object);
   }
 }
 
@@ -104,13 +111,14 @@ double ClearanceChecker::GapToHole(const Primitive& drilled, const Primitive& ot
 
 std::optional<Violation> ClearanceChecker::CheckPair(Primitive& a, Primitive& b, TCoord asked) {
   const TCoord hole_asked = board_.setup.hole_clearance;
+  // By less than a unit nothing is too near: whole coordinates cannot tell it.
+  const double tolerance = IsPour(a) || IsPour(b) ? kPourTolerance : kTouchGap;
   for (const TV7_Layer layer : SharedLayers(a, b)) {
     const double gap = GapOn(a, b, layer, std::max(asked, hole_asked));
-    // By less than a unit nothing is too near: whole coordinates cannot tell it.
-    if (gap < asked - kTouchGap) return Violation{Ref<Primitive>(&a), Ref<Primitive>(&b), layer, gap, asked};
+    if (gap < asked - tolerance) return Violation{Ref<Primitive>(&a), Ref<Primitive>(&b), layer, gap, asked};
     if (gap >= hole_asked) continue;  // its hole is further away than a pad's or via's copper
     const double to_hole = std::min(GapToHole(a, b, layer), GapToHole(b, a, layer));
-    if (to_hole < hole_asked - kTouchGap) {
+    if (to_hole < hole_asked - tolerance) {
       return Violation{Ref<Primitive>(&a), Ref<Primitive>(&b),          layer, to_hole,
                        hole_asked,         ViolationKind::HoleClearance};
     }

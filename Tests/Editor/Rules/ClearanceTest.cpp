@@ -18,6 +18,12 @@ using Tests::Mil;
 std::size_t Count(const char* text, TCoord clearance = Mil(10)) {
   const Ref<Board> board = BoardFromText(text);
   board->setup.clearance = clearance;
+  board->setup.hole_clearance = Mil(12.5);
+  board->objects.ForEach({ePolyObject}, [](Primitive& object) {
+    PolygonData& data = As<Polygon>(&object)->data;
+    data.keepout_copper = object.Has(kFlag_KeepOut);
+    data.layers = {object.state.layer};
+  });
   return board->Clearances().CheckBoard().size();
 }
 
@@ -40,6 +46,14 @@ TEST(Clearance, WhoKeepsDistanceFromWhom) {
        "component U1 at 0,0 { pad 0,0 60x60 top name 1 net A ; pad 65,0 60x60 top name 2 net B }", 1},
       {"within a region", "region 0,0 500,0 500,500 top net A ; via 400,100 30/15 net B", 1},
       {"keep-outs are no copper", "track 0,0 100,0 w10 top keepout ; track 0,0 100,0 w10 top net B", 0},
+      {"a hole in a small ring", "via 0,0 30/28 net A ; track -50,31 50,31 w10 top net B", 1},
+      {"a hole in a large ring", "via 0,0 30/10 net A ; track -50,31 50,31 w10 top net B", 0},
+      {"a track where pours are forbidden",
+       "zone 0,0 100,0 100,100 0,100 top keepout ; track 10,10 90,10 w10 top net A", 0},
+      {"a region where pours are forbidden",
+       "zone 0,0 100,0 100,100 0,100 top keepout ; region 90,10 150,10 150,50 top teardrop net A", 1},
+      {"a region on another layer",
+       "zone 0,0 100,0 100,100 0,100 top keepout ; region 90,10 150,10 150,50 bottom net A", 0},
       {"a class asks more", "class P V ; track 0,0 100,0 w10 top net V ; track 0,25 100,25 w10 top net B", 0},
   };
   for (const auto& row : rows) EXPECT_EQ(Count(row.board), row.count) << row.name;

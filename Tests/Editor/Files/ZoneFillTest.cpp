@@ -1,0 +1,57 @@
+#include "Editor/Files/ZoneFill.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "Editor/Files/BoardFile.h"
+#include "Editor/Model/Board.h"
+#include "Tests/Support/BoardFromText.h"
+
+namespace Ketril::Editor {
+namespace {
+
+using Tests::BoardFromText;
+using Tests::Mil;
+
+double Area(const std::vector<Ring>& rings) {
+  double area = 0;
+  for (const Ring& ring : rings) area += AreaOf(ring);
+  return area / (double{Mil(1)} * Mil(1));
+}
+
+TEST(ZoneFill, OfACrossingOutlineCoversBothLoops) {
+  const std::vector<Ring> bow = {{{{0, 0}, {Mil(100), Mil(100)}, {Mil(100), 0}, {0, Mil(100)}}, false}};
+  EXPECT_NEAR(Area(Covered(bow)), 5000, 1);
+  const std::vector<Ring> plain = {{{{Mil(100), 0}, {Mil(100), Mil(100)}, {0, 0}}, false}};
+  EXPECT_EQ(Covered(plain), plain);
+}
+
+// The middle of a long track between two pads: nothing ends in the teardrop.
+TEST(ZoneFill, IsTiedToTheNearestEndAndReadsBackAsTheOutline) {
+  const Ref<Board> board = BoardFromText(
+      "pad 0,0 60x60 top name 1 net ~RST ; track 0,0 1000,0 w10 top net ~RST\n"
+      "region 30,-20 80,-5 80,5 30,20 top teardrop net ~RST");
+  Region* region = Tests::Find<Region>(*board);
+  const std::vector<Ring> tied = TiedFill(*region);
+  // From the teardrop's middle at 55 to the end at 0, a mil wide, less what is within the teardrop.
+  EXPECT_NEAR(Area(tied) - Area(region->data.rings), 30.5, 0.1);
+  EXPECT_TRUE(IsTied(tied, region->data.rings));
+  EXPECT_FALSE(IsTied(Covered(region->data.rings), region->data.rings));
+  for (const int version : {20171130, 20211014}) {
+    board->file.text.clear();
+    board->file.version = version;
+    const std::string text = WriteBoardText(*board);
+    const Ref<Board> again = ReadBoardText(text, "tied");
+    EXPECT_EQ(Tests::Find<Region>(*again)->data.rings, region->data.rings) << text;
+    EXPECT_NE(text.find(version < 20210606 ? "(net_name \"~{RST}\")" : "(net_name \"~RST\")"),
+              std::string::npos)
+        << text;
+  }
+  // Nothing to do where the pad's middle is inside.
+  region->data.rings = {{{{-Mil(5), -Mil(20)}, {Mil(80), 0}, {-Mil(5), Mil(20)}}, false}};
+  EXPECT_EQ(TiedFill(*region), Covered(region->data.rings));
+}
+
+}  // namespace
+}  // namespace Ketril::Editor
