@@ -15,6 +15,7 @@
 #include "Editor/Files/SExpression.h"
 #include "Editor/Picture/Picture.h"
 #include "Editor/Rules/Clearance.h"
+#include "Editor/Rules/ComponentChecks.h"
 #include "Editor/Selection/Selection.h"
 #include "Ketril/Answers.h"
 #include "Ketril/Exit.h"
@@ -205,7 +206,10 @@ void Draw(const Options& options) {
 void Check(const Options& options) {
   const Ref<Board> board = Open(options.board);
   board->setup.display_unit = options.unit == Editor::LengthUnit::Millimetre ? eMetric : eImperial;
-  const std::vector<Editor::Violation> violations = board->Clearances().CheckBoard();
+  std::vector<Editor::Violation> violations = board->Clearances().CheckBoard();
+  std::ranges::move(
+      Editor::CheckComponentRules(*board, {eRule_ComponentClearance, eRule_ConfinementConstraint}),
+      std::back_inserter(violations));
   if (options.json) {
     ordered_json list = ordered_json::array();
     for (const Editor::Violation& violation : violations)

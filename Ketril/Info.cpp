@@ -168,7 +168,7 @@ std::string BoardInfoText(const ordered_json& info) {
 }
 
 ordered_json ViolationRecord(const Editor::Violation& violation, LengthUnit unit) {
-  constexpr const char* kKinds[] = {"clearance", "hole clearance", "keep-out"};
+  constexpr const char* kKinds[] = {"clearance", "hole clearance", "keep-out", "component clearance", "room"};
   return {{"kind", kKinds[static_cast<int>(violation.kind)]},
           {"first", ToUtf8(violation.first->Describe())},
           {"second", ToUtf8(violation.second->Describe())},

@@ -7,6 +7,7 @@
 
 #include "Editor/Files/BoardPass.h"
 #include "Editor/Files/CompanionFiles.h"
+#include "Editor/Rules/ClassRules.h"
 #include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 
@@ -97,17 +98,26 @@ Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) 
   FileWarnings unheard;
   FileWarnings& heard = warnings ? *warnings : unheard;
   Ref<Board> board = ReadBoardText(ReadText(path), path.string(), &heard);
-  const auto read = [&](const std::filesystem::path& companion, auto&& reader) {
-    std::error_code error;
-    if (!std::filesystem::exists(companion, error)) return;
+  std::error_code error;
+  const std::filesystem::path project = ProjectPath(path), extras = ExtrasPath(path);
+  if (FileVersion(board->file.version).QuotesAll() && std::filesystem::exists(project, error)) {
     try {
-      reader(*board, ReadText(companion));
+      ReadProject(*board, ReadText(project));
     } catch (const std::exception& failure) {
-      heard.push_back(companion.string() + ": it is passed over: " + failure.what());
+      heard.push_back(project.string() + ": it is passed over: " + failure.what());
     }
-  };
-  if (FileVersion(board->file.version).QuotesAll()) read(ProjectPath(path), ReadProject);
-  read(ExtrasPath(path), ReadExtras);
+  }
+  // A save writes this one, so that nothing in it may be passed over.
+  if (std::filesystem::exists(extras, error)) {
+    try {
+      ReadExtras(*board, ReadText(extras));
+    } catch (const FileError&) {
+      throw;
+    } catch (const std::exception& failure) {
+      throw FileError(extras.string(), 0, 0, failure.what(), "Mend the file, or move it away.");
+    }
+  }
+  AddClassRules(*board);
   return board;
 }
 

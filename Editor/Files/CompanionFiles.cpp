@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "Editor/Files/FileStyle.h"
+#include "Editor/Files/RulesJson.h"
 #include "Editor/Files/Units.h"
 #include "Platform/Text.h"
 
@@ -88,6 +89,16 @@ void ReadExtras(Board& board, const std::string& text) {
   if (!extras.is_object() || extras.value("version", 0) != 1) {
     throw std::runtime_error("it is of another version than 1");
   }
+  board.file.extras = text;
+  std::size_t number = 0;
+  for (const Json& value : PartOf(extras, "rules")) {
+    ++number;
+    try {
+      board.Load(RuleFromJson(board, value).Get());
+    } catch (const std::exception& error) {
+      throw std::runtime_error("rule " + std::to_string(number) + ": " + error.what());
+    }
+  }
   std::unordered_map<std::string_view, Primitive*> objects;
   const std::string_view board_text = board.file.text;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
@@ -105,18 +116,32 @@ void ReadExtras(Board& board, const std::string& text) {
 }
 
 std::string ExtrasText(const Board& board) {
-  Json unions = Json::object(), teardrops = Json::array();
+  Json unions = Json::object(), teardrops = Json::array(), rules = Json::array();
   board.objects.ForEach(TObjectSet::All(), [&](const Primitive& object) {
+    if (const Rule* rule = As<Rule>(&object); rule && rule->data.net_class.empty()) {
+      Json value = RuleToJson(board, rule->data);
+      if (!value.is_null()) rules.push_back(std::move(value));
+    }
     if (!FileWords::NeedsIdentifier(object)) return;
     const std::string id = Platform::ToUtf8(object.UniqueId());
     if (object.state.union_index != 0) unions[id] = object.state.union_index;
     const bool is_line = object.kind == eTrackObject || object.kind == eArcObject;
     if (is_line && object.Has(kFlag_TearDrop)) teardrops.push_back(id);
   });
-  if (unions.empty() && teardrops.empty()) return {};
-  Json extras = {{"version", 1}};
-  if (!unions.empty()) extras["unions"] = std::move(unions);
-  if (!teardrops.empty()) extras["teardrops"] = std::move(teardrops);
+  Json extras = board.file.extras.empty() ? Json::object() : Json::parse(board.file.extras);
+  const auto put = [&](const char* name, Json value) {
+    if (value.empty()) {
+      extras.erase(name);
+    } else {
+      extras[name] = std::move(value);
+    }
+  };
+  put("rules", std::move(rules));
+  put("unions", std::move(unions));
+  put("teardrops", std::move(teardrops));
+  extras.erase("version");
+  if (extras.empty()) return {};
+  extras["version"] = 1;
   return extras.dump(2) + "\n";
 }
 

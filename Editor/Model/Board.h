@@ -41,7 +41,7 @@ struct BoardSetup {
   TCoord solder_mask_margin = 0;
   TCoord paste_margin = 0;
   double paste_ratio = 0;
-  TCoord clearance = 78740;  // 0.2 mm, where no net class says otherwise
+  TCoord clearance = 78740;       // 0.2 mm, where no net class says otherwise
   TCoord hole_clearance = 98425;  // 0.25 mm, of copper from holes, where no project says otherwise
   TCoord track_width = 98425;
 };
@@ -49,7 +49,8 @@ struct BoardSetup {
 // The text that the board was read from, kept whole: a save copies from it what nobody changed.
 struct BoardText {
   std::string text;
-  std::string path;  // UTF-8, empty for a board that was never saved
+  std::string path;    // UTF-8, empty for a board that was never saved
+  std::string extras;  // the text of the file beside it (Editor/Files/CompanionFiles.h)
   std::int32_t version = 20221018;
   std::u16string title;
 };

@@ -3,6 +3,7 @@
 
 #include "Editor/Model/Board.h"
 #include "Editor/Rules/Clearance.h"
+#include "Editor/Rules/ComponentChecks.h"
 
 namespace Ketril::Editor {
 
@@ -29,9 +30,11 @@ class RuleList final : public HostObject<IPCB_RuleList> {
 std::u16string DescribeViolation(const Violation& violation) {
   const std::u16string pair = violation.first->Describe() + u" and " + violation.second->Describe();
   if (violation.kind == ViolationKind::KeepOut) return u"Keep-out: " + pair;
+  if (violation.kind == ViolationKind::Confinement) return u"Room: " + pair;
+  constexpr const char16_t* kNames[] = {u"Clearance ", u"Hole clearance ", u"", u"Component clearance ", u""};
   const Board* board = violation.first->board ? violation.first->board : violation.second->board;
   const TUnit unit = board ? board->setup.display_unit : eMetric;
-  return (violation.kind == ViolationKind::HoleClearance ? u"Hole clearance " : u"Clearance ") +
+  return kNames[static_cast<int>(violation.kind)] +
          LengthText(static_cast<std::int64_t>(violation.gap), unit) + u" of " +
          LengthText(violation.asked, unit) + u": " + pair;
 }
@@ -72,6 +75,12 @@ Status Board::CheckPrimitive(IPCB_Primitive* primitive, IPCB_ViolationReport* re
     if (list->kinds.Contains(eRule_Clearance)) {
       for (Violation& violation : ClearanceChecker(*this).CheckObject(*object))
         list->Add(std::move(violation));
+    }
+    if (object->kind == eComponentObject) {
+      for (Violation& violation : CheckComponentRules(*this, list->kinds)) {
+        if (violation.first.Get() == object || violation.second.Get() == object)
+          list->Add(std::move(violation));
+      }
     }
     return Status::Ok;
   });

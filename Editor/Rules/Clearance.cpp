@@ -45,7 +45,7 @@ ClearanceChecker::ClearanceChecker(Board& board)
   board.objects.ForEach({eRuleObject}, [&](Primitive& object) {
     Rule* rule = As<Rule>(&object);
     if (rule->data.rule_kind != eRule_Clearance || !rule->data.enabled) return;
-    rules_.push_back(rule);
+    if (rule->data.net_class.empty()) rules_.push_back(rule);
     greatest_ = std::max(greatest_, rule->data.gap);
     for (const auto& [ids, gap] : rule->data.gaps) greatest_ = std::max(greatest_, gap);
   });

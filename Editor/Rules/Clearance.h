@@ -19,7 +19,7 @@
 
 namespace Ketril::Editor {
 
-enum class ViolationKind { Clearance, HoleClearance, KeepOut };
+enum class ViolationKind { Clearance, HoleClearance, KeepOut, ComponentClearance, Confinement };
 struct Violation {
   Ref<Primitive> first, second;
   TV7_Layer layer;

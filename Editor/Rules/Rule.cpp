@@ -4,6 +4,7 @@
 
 #include "Editor/Model/Board.h"
 #include "Editor/Rules/Clearance.h"
+#include "Editor/Rules/ComponentChecks.h"
 #include "Editor/Selection/Selection.h"
 #include "Platform/Text.h"
 
@@ -183,10 +184,17 @@ Status Rule::CheckPair(IPCB_Primitive* a, IPCB_Primitive* b, Ref<IPCB_ViolationR
   Primitive *first = FromInterface(a), *second = FromInterface(b);
   if (!first || !second) return Status::InvalidArgument;
   violations = nullptr;
-  if (data.rule_kind != eRule_Clearance || !board || !Governs(*first, *second)) return Status::Ok;
-  const TCoord asked = GapOf(ClearanceIdOf(*first), ClearanceIdOf(*second));
-  if (auto found = ClearanceChecker(*board).CheckPair(*first, *second, asked)) {
-    const Ref<ViolationReport> report = MakeHost<ViolationReport>(TRuleKindSet{eRule_Clearance});
+  if (!board || !Governs(*first, *second)) return Status::Ok;
+  std::optional<Violation> found;
+  if (data.rule_kind == eRule_Clearance) {
+    const TCoord asked = GapOf(ClearanceIdOf(*first), ClearanceIdOf(*second));
+    found = ClearanceChecker(*board).CheckPair(*first, *second, asked);
+  } else if (data.rule_kind == eRule_ComponentClearance) {
+    Component *component1 = As<Component>(first), *component2 = As<Component>(second);
+    if (component1 && component2) found = CheckComponents(*this, *component1, *component2);
+  }
+  if (found) {
+    const Ref<ViolationReport> report = MakeHost<ViolationReport>(TRuleKindSet{data.rule_kind});
     report->Add(std::move(*found));
     violations = report;
   }

@@ -20,6 +20,7 @@ struct RuleData {
   std::u16string scope1, scope2;
   bool enabled = true;
   bool from_schematic = false;
+  std::u16string net_class;  // that it stands for (Editor/Rules/ClassRules.h), empty for a rule of its own
   TNetScope net_scope = eNetScope_DifferentNetsOnly;
   TRuleLayerKind layer_kind = eRuleLayerKind_SameLayer;
   std::int32_t priority = 1;  // 1 goes before all others of its kind

@@ -416,10 +416,13 @@ TEST_F(BoardFolder, CompanionsComeAlong) {
   const Ref<Board> again = ReadBoard(folder_ / "c.kicad_pcb", &warnings);
   EXPECT_EQ(Describe(*Find<Track>(*again)), Describe(*Find<Track>(*board)));
 
-  Put("c.ketril.json", "{\"version\": 2}");
   Put("c.kicad_pro", "{broken");
-  EXPECT_EQ(Find<Track>(*ReadBoard(folder_ / "c.kicad_pcb", &warnings))->state.union_index, 0);
-  EXPECT_EQ(warnings.size(), 2u);
+  EXPECT_EQ(Find<Track>(*ReadBoard(folder_ / "c.kicad_pcb", &warnings))->state.union_index, 7);
+  EXPECT_EQ(warnings.size(), 1u);
+  for (const char* text : {"{\"version\": 2}", "{", "[]", "{\"version\": 1, \"rules\": 3}"}) {
+    Put("c.ketril.json", text);
+    EXPECT_THROW((void)ReadBoard(folder_ / "c.kicad_pcb"), FileError) << text;
+  }
 }
 
 TEST_F(BoardFolder, AFailedSaveLeavesTheTarget) {
