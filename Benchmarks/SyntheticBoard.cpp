@@ -10,23 +10,32 @@ namespace {
 constexpr int kNets = 200;
 constexpr double kPitch = 0.8;  // mm between tracks
 
-}  // namespace
-
-std::string SyntheticBoard(std::int64_t tracks) {
+std::string Header() {
   std::string text =
       "(kicad_pcb (version 20171130) (host ketril \"1.0\")\n"
       "  (general\n    (thickness 1.6)\n  )\n"
       "  (layers\n    (0 F.Cu signal)\n    (31 B.Cu signal)\n    (44 Edge.Cuts user)\n  )\n"
       "  (net 0 \"\")\n";
-  char line[300];
+  char line[50];
   for (int net = 1; net <= kNets; ++net) {
     std::snprintf(line, sizeof line, "  (net %d N%d)\n", net, net);
     text += line;
   }
-  text +=
-      "  (net_class Default \"\"\n    (clearance 0.2)\n    (trace_width 0.25)\n    (via_dia 0.6)\n    "
-      "(via_drill 0.3)\n  )\n";
-  const auto columns = static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(tracks))));
+  return text +
+         "  (net_class Default \"\"\n    (clearance 0.2)\n    (trace_width 0.25)\n    (via_dia 0.6)\n    "
+         "(via_drill 0.3)\n  )\n";
+}
+
+std::int64_t Columns(std::int64_t count) {
+  return static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(count))));
+}
+
+}  // namespace
+
+std::string SyntheticBoard(std::int64_t tracks) {
+  std::string text = Header();
+  char line[300];
+  const std::int64_t columns = Columns(tracks);
   for (std::int64_t i = 0; i < tracks; ++i) {
     const double x = 20 + static_cast<double>(i % columns) * kPitch;
     const double y = 20 + static_cast<double>(i / columns) * kPitch;
@@ -42,6 +51,33 @@ std::string SyntheticBoard(std::int64_t tracks) {
                     "  (via (at %.6g %.6g) (size 0.6) (drill 0.3) (layers F.Cu B.Cu) (net %d))\n", x, y, net);
       text += line;
     }
+  }
+  return text + ")\n";
+}
+
+std::string BoardOfTrackEnds(std::int64_t tracks, TrackEnd end) {
+  std::string text = Header();
+  char line[400];
+  const std::int64_t columns = Columns(tracks);
+  constexpr double kColumn = 2.0, kRow = 1.2;
+  for (std::int64_t i = 0; i < tracks; ++i) {
+    const double x = 20 + static_cast<double>(i % columns) * kColumn;
+    const double y = 20 + static_cast<double>(i / columns) * kRow;
+    const int net = 1 + static_cast<int>(i % kNets);
+    std::snprintf(line, sizeof line,
+                  "  (segment (start %.7g %.7g) (end %.7g %.7g) (width 0.25) (layer F.Cu) (net %d))\n", x, y,
+                  x + 1.2, y + 0.2, net);
+    text += line;
+    if (end == TrackEnd::Via) {
+      std::snprintf(line, sizeof line,
+                    "  (via (at %.7g %.7g) (size 0.6) (drill 0.3) (layers F.Cu B.Cu) (net %d))\n", x, y, net);
+    } else {
+      std::snprintf(line, sizeof line,
+                    "  (module T:P (layer F.Cu) (tedit 0) (at %.7g %.7g)\n    (pad 1 smd rect (at 0 0) (size "
+                    "0.8 0.6) (layers F.Cu F.Mask) (net %d N%d))\n  )\n",
+                    x, y, net, net);
+    }
+    text += line;
   }
   return text + ")\n";
 }

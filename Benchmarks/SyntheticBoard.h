@@ -1,4 +1,5 @@
-// Boards of any size for measuring: a grid of short tracks with a via at every fourth, on 200 nets.
+// Boards of any size for measuring, as the text of a board file of version 20171130, on 200 nets. Always the
+// same for the same numbers.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +7,11 @@
 
 namespace Ketril::Benchmarks {
 
-// The text of a board file of version 20171130 with so many tracks. Always the same for the same count.
+// A grid of short tracks with a via at every fourth.
 std::string SyntheticBoard(std::int64_t tracks);
+
+enum class TrackEnd : std::uint8_t { Via, Pad };
+// A grid of tracks that leave a via or a rectangular pad each, the pads in footprints of one.
+std::string BoardOfTrackEnds(std::int64_t tracks, TrackEnd end);
 
 }  // namespace Ketril::Benchmarks

@@ -46,9 +46,37 @@ double FacingOf(const Disc& from, const Disc& to) {
   return std::atan2(along * dy - across * dx, along * dx + across * dy) * 180 / std::numbers::pi;
 }
 
+// A convex polygon, its sides moved inwards by `depth`; nothing when a side vanishes on the way.
+Spots Inset(const std::vector<Disc>& discs, double depth) {
+  Spots ring;
+  const std::size_t count = discs.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    const Disc &before = discs[(i + count - 1) % count], &corner = discs[i], &after = discs[(i + 1) % count];
+    const double x1 = corner.x - before.x, y1 = corner.y - before.y, length1 = std::hypot(x1, y1);
+    const double x2 = after.x - corner.x, y2 = after.y - corner.y, length2 = std::hypot(x2, y2);
+    const double turn = (x1 * y2 - y1 * x2) / (length1 * length2);
+    if (!(turn > 1e-6)) return {};
+    // Where both moved sides meet.
+    const double k = depth / turn;
+    ring.push_back(
+        {corner.x + k * (x2 / length2 - x1 / length1), corner.y + k * (y2 / length2 - y1 / length1)});
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t next = (i + 1) % count;
+    const double along = (ring[next].x - ring[i].x) * (discs[next].x - discs[i].x) +
+                         (ring[next].y - ring[i].y) * (discs[next].y - discs[i].y);
+    if (along <= 0) return {};
+  }
+  return ring;
+}
+
 std::vector<Ring> HullOutline(const Hull& hull, double growth, double error) {
-  const double least = std::ranges::min(hull.discs, {}, &Disc::radius).radius;
-  if (least + growth >= 0) return WithArea({Rounded(HullRing(hull, growth, error))});
+  const auto [least, greatest] = std::ranges::minmax(hull.discs, {}, &Disc::radius);
+  if (least.radius + growth >= 0) return WithArea({Rounded(HullRing(hull, growth, error))});
+  if (hull.discs.size() > 2 && least.radius == greatest.radius) {
+    const Spots ring = Inset(hull.discs, -growth - least.radius);
+    if (!ring.empty()) return WithArea({Rounded(ring)});
+  }
   return Offset(WithArea({Rounded(HullRing(hull, 0, error))}), growth, error);
 }
 

@@ -37,57 +37,12 @@ bool PointsNear(GeoPointType p, GeoPointType q) {
   return ValuesNear(p.x, q.x) && ValuesNear(p.y, q.y);
 }
 
-GeoPointType AddPoints(GeoPointType p, GeoPointType q) {
-  return {p.x + q.x, p.y + q.y};
-}
-
-GeoPointType SubtractPoints(GeoPointType p, GeoPointType q) {
-  return {p.x - q.x, p.y - q.y};
-}
-
-GeoPointType MultiplyPoints(GeoPointType p, GeoPointType q) {
-  return {p.x * q.x, p.y * q.y};
-}
-
-GeoPointType ScalePoint(GeoPointType p, double s) {
-  return {p.x * s, p.y * s};
-}
-
-double DotProduct(GeoPointType p, GeoPointType q) {
-  return p.x * q.x + p.y * q.y;
-}
-
-double CrossProduct(GeoPointType p, GeoPointType q) {
-  return p.x * q.y - p.y * q.x;
-}
-
-double PointLengthSquared(GeoPointType p) {
-  return DotProduct(p, p);
-}
-
-double PointLength(GeoPointType p) {
-  return std::sqrt(PointLengthSquared(p));
-}
-
-double PointDistanceSquared(GeoPointType p, GeoPointType q) {
-  return PointLengthSquared(SubtractPoints(p, q));
-}
-
-double PointDistance(GeoPointType p, GeoPointType q) {
-  return PointLength(SubtractPoints(p, q));
-}
-
 double CoordDistance(double x1, double y1, double x2, double y2) {
   return PointDistance({x1, y1}, {x2, y2});
 }
 
 TCoord ManhattanDistance(TCoord x1, TCoord y1, TCoord x2, TCoord y2) {
   return WrapToCoord(std::abs(std::int64_t{x1} - x2) + std::abs(std::int64_t{y1} - y2));
-}
-
-void UnitVector(GeoPointType p, GeoPointType& q) {
-  const double length = PointLength(p);
-  q = length > 0 ? ScalePoint(p, 1 / length) : p;
 }
 
 void UnitVector(GeoPointType& p) {

@@ -3,6 +3,8 @@
 // Nothing here raises. What is no number gives no number; comparisons with it are false.
 #pragma once
 
+#include <cmath>
+
 #include "DLLs/Tools/Geometry/RT_GeometryTypes.h"
 
 namespace Ketril::Tools {
@@ -17,21 +19,45 @@ bool IsEqual(double a, double b, double Tolerance);
 bool ValuesNear(double a, double b);
 bool PointsNear(GeoPointType p, GeoPointType q);  // both coordinates near
 
-GeoPointType AddPoints(GeoPointType p, GeoPointType q);
-GeoPointType SubtractPoints(GeoPointType p, GeoPointType q);
-GeoPointType MultiplyPoints(GeoPointType p, GeoPointType q);  // x by x, y by y
-GeoPointType ScalePoint(GeoPointType p, double s);
-double DotProduct(GeoPointType p, GeoPointType q);
-double CrossProduct(GeoPointType p, GeoPointType q);
-double PointLengthSquared(GeoPointType p);
-double PointLength(GeoPointType p);
-double PointDistanceSquared(GeoPointType p, GeoPointType q);
-double PointDistance(GeoPointType p, GeoPointType q);
+inline GeoPointType AddPoints(GeoPointType p, GeoPointType q) {
+  return {p.x + q.x, p.y + q.y};
+}
+inline GeoPointType SubtractPoints(GeoPointType p, GeoPointType q) {
+  return {p.x - q.x, p.y - q.y};
+}
+// x by x, y by y.
+inline GeoPointType MultiplyPoints(GeoPointType p, GeoPointType q) {
+  return {p.x * q.x, p.y * q.y};
+}
+inline GeoPointType ScalePoint(GeoPointType p, double s) {
+  return {p.x * s, p.y * s};
+}
+inline double DotProduct(GeoPointType p, GeoPointType q) {
+  return p.x * q.x + p.y * q.y;
+}
+inline double CrossProduct(GeoPointType p, GeoPointType q) {
+  return p.x * q.y - p.y * q.x;
+}
+inline double PointLengthSquared(GeoPointType p) {
+  return DotProduct(p, p);
+}
+inline double PointLength(GeoPointType p) {
+  return std::sqrt(PointLengthSquared(p));
+}
+inline double PointDistanceSquared(GeoPointType p, GeoPointType q) {
+  return PointLengthSquared(SubtractPoints(p, q));
+}
+inline double PointDistance(GeoPointType p, GeoPointType q) {
+  return PointLength(SubtractPoints(p, q));
+}
 double CoordDistance(double x1, double y1, double x2, double y2);
 // Of whole coordinates: the sum of the absolute differences, wrapped to 32 bits.
 TCoord ManhattanDistance(TCoord x1, TCoord y1, TCoord x2, TCoord y2);
 // A zero vector stays zero.
-void UnitVector(GeoPointType p, GeoPointType& q);
+inline void UnitVector(GeoPointType p, GeoPointType& q) {
+  const double length = PointLength(p);
+  q = length > 0 ? ScalePoint(p, 1 / length) : p;
+}
 void UnitVector(GeoPointType& p);
 
 double DegToRad(double a);

@@ -115,6 +115,8 @@ TEST(Outline, AreasAreThoseOfTheFormulas) {
       {"rectangle grown", PadOf(eRectangular, 60000, 40000), 5000, 24e8 + 2 * 1e5 * 5e3 + kPi * 25e6},
       {"oval", PadOf(eRounded, 60000, 40000), 0, 2e4 * 4e4 + kPi * 4e8},
       {"rounded rectangle", PadOf(eRoundedRectangular, 60000, 40000), 0, 24e8 - (4 - kPi) * 1e8},
+      {"rounded rectangle shrunk past its corners", PadOf(eRoundedRectangular, 60000, 40000), -15000, 3e8},
+      {"rectangle shrunk past its middle", PadOf(eRectangular, 60000, 40000), -20000, 0},
       {"octagon", PadOf(eOctagonal, 40000, 40000), 0, 2 * (std::sqrt(2.0) - 1) * 16e8},
       {"two corners cut", chamfered, 0, 24e8 - 16e6},
   };
