@@ -73,6 +73,21 @@ void TReplacementFile::CreateBesideTarget() {
 }
 
 void TReplacementFile::Write(std::string_view bytes) {
+  constexpr std::size_t kBlock = 1 << 18;
+  if (waiting_.size() + bytes.size() > kBlock) Flush();
+  if (bytes.size() < kBlock) {
+    waiting_ += bytes;
+  } else {
+    WriteThrough(bytes);
+  }
+}
+
+void TReplacementFile::Flush() {
+  WriteThrough(waiting_);
+  waiting_.clear();
+}
+
+void TReplacementFile::WriteThrough(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(file_, bytes.data(), bytes.size());
     if (written < 0 && errno != EINTR) Fail("cannot write");
@@ -81,6 +96,7 @@ void TReplacementFile::Write(std::string_view bytes) {
 }
 
 void TReplacementFile::Commit() {
+  Flush();
   if (!temporary_.empty() && ::fsync(file_) != 0) Fail("cannot write");
   if (::close(std::exchange(file_, -1)) != 0) Fail("cannot write");
   if (temporary_.empty()) return;

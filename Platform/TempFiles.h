@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 namespace Ketril::Platform {
@@ -26,6 +27,7 @@ class TReplacementFile {
   TReplacementFile(const TReplacementFile&) = delete;
   TReplacementFile& operator=(const TReplacementFile&) = delete;
 
+  // Many small pieces cost no more than one.
   void Write(std::string_view bytes);
   // Nothing may be written afterwards.
   void Commit();
@@ -33,9 +35,12 @@ class TReplacementFile {
  private:
   [[noreturn]] void Fail(const char* what) const;  // with the reason in errno
   void CreateBesideTarget();
+  void Flush();
+  void WriteThrough(std::string_view bytes);
 
   std::filesystem::path target_;
   std::filesystem::path temporary_;  // empty when the target is written directly, or has been replaced
+  std::string waiting_;
   int file_ = -1;
 };
 

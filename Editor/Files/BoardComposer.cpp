@@ -78,8 +78,14 @@ std::string BoardComposer::LockedList(const Primitive& object) const {
 
 std::string BoardComposer::PointList(const std::vector<TCoordPoint>& points) const {
   std::string text = "(pts";
-  for (const TCoordPoint point : points) text += " (xy " + Place(point) + ")";
-  return text + ")";
+  text.reserve(32 * points.size() + 8);
+  for (const TCoordPoint point : points) {
+    text += " (xy ";
+    words_.AppendPlace(text, point, placement_);
+    text += ')';
+  }
+  text += ')';
+  return text;
 }
 
 std::string BoardComposer::Line(Primitive& object, TCoordPoint p1, TCoordPoint p2, TCoord width) {

@@ -109,6 +109,9 @@ std::string BoardComposer::RegionZone(Region& region) {
                      LockedList(region) + Layer(region) + words_.Identifier(region);
   if (version.HasZoneNames())
     text += " (name \"" + std::string(is_teardrop ? kTeardropName : kRegionName) + "\")";
+  std::size_t points = 0;
+  for (const Ring& ring : region.data.rings) points += ring.points.size();
+  text.reserve(512 + 64 * points);
   text += " (hatch edge 0.5)";
   if (is_teardrop) {
     // Each above the others, so that none is cut by another.

@@ -121,18 +121,29 @@ Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) 
   return board;
 }
 
-std::string WriteBoardText(Board& board) {
+namespace {
+
+void WritePieces(Board& board, const TextSink& sink) {
   if (board.file.text.empty()) board.file.text = EmptyBoardText(board);
-  return BoardPass::Rewrite(board);
+  BoardPass::Rewrite(board, sink);
+}
+
+}  // namespace
+
+std::string WriteBoardText(Board& board) {
+  std::string text;
+  text.reserve(board.file.text.size());
+  WritePieces(board, [&](std::string_view piece) { text += piece; });
+  return text;
 }
 
 void SaveBoard(Board& board, const std::filesystem::path& path) {
-  const std::string text = WriteBoardText(board);
-  const std::string extras = ExtrasText(board);
   const std::filesystem::path extras_path = ExtrasPath(path);
   try {
     Platform::TReplacementFile file(path);
-    file.Write(text);
+    WritePieces(board, [&](std::string_view piece) { file.Write(piece); });
+    // After the board, which gives new objects their identifiers.
+    const std::string extras = ExtrasText(board);
     if (extras.empty()) {
       file.Commit();
       std::error_code error;

@@ -43,9 +43,9 @@ class BoardPass {
  public:
   // Reads `board.file` into the board, which is empty. Raises FileError.
   static void Read(Board& board, FileWarnings& warnings);
-  // The text of the board as it is now, from that which it was read from. Objects that are new get an
-  // identifier.
-  static std::string Rewrite(Board& board);
+  // The text of the board as it is now, piece by piece, from that which it was read from. Objects that are
+  // new get an identifier.
+  static void Rewrite(Board& board, const TextSink& sink);
 
  private:
   using Item = SExpressionItem;

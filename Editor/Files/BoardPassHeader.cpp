@@ -47,7 +47,7 @@ void BoardPass::Read(Board& board, FileWarnings& warnings) {
   for (Via* via : pass.without_hole_) via->data.hole = pass.DefaultHole(via->GetNet());
 }
 
-std::string BoardPass::Rewrite(Board& board) {
+void BoardPass::Rewrite(Board& board, const TextSink& sink) {
   BoardPass pass(board, nullptr);
   TextEdits edits(board.file.text);
   FileWords words(board);
@@ -61,7 +61,7 @@ std::string BoardPass::Rewrite(Board& board) {
   pass.words_ = &words;
   pass.objects_ = &objects;
   pass.Walk();
-  return edits.Apply();
+  edits.Apply(sink);
 }
 
 void BoardPass::Walk() {
@@ -317,24 +317,24 @@ TCoord BoardPass::DefaultHole(const Ketril::Editor::Net* net) {
 void BoardPass::InsertNewObjects() {
   struct New {
     Section section;
-    std::string expression;
+    std::uint32_t at;
+    std::string text;
   };
-  std::vector<New> expressions;
-  for (Primitive* object : objects_->Missing()) {
-    for (std::string& text : BoardComposer(*words_, {}).Expressions(*object)) {
-      const Section section = SectionOf(std::string_view(text).substr(1, text.find(' ') - 1));
-      expressions.push_back({section, std::move(text)});
-    }
-  }
+  std::vector<New> added;
   // Those of a section that the board does not have stand at its end, in the order of the sections.
-  std::ranges::stable_sort(expressions, {}, &New::section);
   const SourceSpan close = {in_.Position() - 1, in_.Position() - 1};
   const SourceSpan last = level_.last_end > 0 ? SourceSpan{level_.last_begin, level_.last_end} : close;
-  for (const New& added : expressions) {
-    const SourceSpan place = sections_[added.section].IsEmpty() ? last : sections_[added.section];
-    const std::string blanks(edits_->BlanksBefore(place.begin));
-    edits_->Insert(place.end, blanks + words_->LayOut(added.expression, blanks));
+  BoardComposer composer(*words_, {});
+  for (Primitive* object : objects_->Missing()) {
+    for (const std::string& text : composer.Expressions(*object)) {
+      const Section section = SectionOf(std::string_view(text).substr(1, text.find(' ') - 1));
+      const SourceSpan place = sections_[section].IsEmpty() ? last : sections_[section];
+      const std::string blanks(edits_->BlanksBefore(place.begin));
+      added.push_back({section, place.end, blanks + words_->LayOut(text, blanks)});
+    }
   }
+  std::ranges::stable_sort(added, {}, &New::section);
+  for (New& object : added) edits_->Insert(object.at, std::move(object.text));
 }
 
 }  // namespace Ketril::Editor

@@ -28,11 +28,20 @@ struct Parts {
   std::vector<std::string_view> lists;
 };
 
+// Lists of points are the bulk of a board, and have nothing but lists of numbers in them.
+constexpr std::string_view kPoints = "(pts (xy ";
+
 Parts Split(std::string_view expression) {
   Parts parts;
   unsigned depth = 0;
   std::size_t begin = 0;
   bool quoted = false;
+  if (expression.starts_with(kPoints)) {
+    parts.head = "(pts";
+    for (std::size_t open; (open = expression.find('(', begin + 1)) != std::string_view::npos; begin = open)
+      parts.lists.push_back(expression.substr(open, expression.find(')', open) + 1 - open));
+    return parts;
+  }
   for (std::size_t i = 1; i + 1 < expression.size(); ++i) {
     const char c = expression[i];
     if (c == '"') quoted = !quoted;
@@ -42,15 +51,19 @@ Parts Split(std::string_view expression) {
       if (parts.lists.empty()) parts.head = expression.substr(0, expression.find_last_not_of(' ', i - 1) + 1);
       begin = i;
     }
-    if (c == ')' && --depth == 0) parts.lists.push_back(expression.substr(begin, i + 1 - begin));
+    const bool has_points = c == '(' && expression.substr(i).starts_with(kPoints);
+    if (has_points) i = expression.find("))", i) + 1;
+    if ((c == ')' || has_points) && --depth == 0)
+      parts.lists.push_back(expression.substr(begin, i + 1 - begin));
   }
   return parts;
 }
 
 void LayOutInto(std::string& result, std::string_view expression, const std::string& line, bool tabbed) {
-  const Parts parts = Split(expression);
   constexpr std::size_t kOneLine = 240;
-  if (parts.lists.empty() || (!tabbed && expression.size() < kOneLine)) {
+  const bool is_short = !tabbed && expression.size() < kOneLine;
+  const Parts parts = is_short ? Parts{} : Split(expression);
+  if (parts.lists.empty()) {
     result += expression;
     return;
   }
@@ -67,7 +80,7 @@ void LayOutInto(std::string& result, std::string_view expression, const std::str
       width = 0;
     }
     width += list.size() + 1;
-    LayOutInto(result, list, inner, tabbed);
+    points ? void(result += list) : LayOutInto(result, list, inner, tabbed);
   }
   result += line + ")";
 }
@@ -148,9 +161,17 @@ std::string FileWords::LayerList(const std::vector<TV7_Layer>& list) const {
 }
 
 std::string FileWords::Place(TCoordPoint place, const Placement& placement) const {
+  std::string text;
+  AppendPlace(text, place, placement);
+  return text;
+}
+
+void FileWords::AppendPlace(std::string& text, TCoordPoint place, const Placement& placement) const {
   Nanometres x = 0, y = 0;
   placement.ToFile(place, x, y);
-  return FormatMillimetres(x) + " " + FormatMillimetres(y);
+  AppendMillimetres(text, x);
+  text += ' ';
+  AppendMillimetres(text, y);
 }
 
 std::int32_t FileWords::NetNumber(const Net* net) {
@@ -195,6 +216,7 @@ bool FileWords::NeedsIdentifier(const Primitive& primitive) {
 std::string FileWords::LayOut(const std::string& expression, std::string_view blanks) const {
   if (blanks.find('\n') == std::string_view::npos) return expression;
   std::string result;
+  result.reserve(expression.size() + expression.size() / 4);
   LayOutInto(result, expression, std::string(blanks), version.IsTabbed());
   return result;
 }

@@ -66,6 +66,7 @@ class FileWords {
   // A list of layers, with `*.Cu` for all copper and the like.
   std::string LayerList(const std::vector<TV7_Layer>& layers) const;
   std::string Place(TCoordPoint place, const Placement& placement) const;  // "x y"
+  void AppendPlace(std::string& text, TCoordPoint place, const Placement& placement) const;
   // The net's number; one that has none yet gets the next free one. 0 for null.
   std::int32_t NetNumber(const Net* net);
   // The net's name in a zone. The programs of today turn overbars of old files into braces, but not those in

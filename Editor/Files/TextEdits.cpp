@@ -32,18 +32,17 @@ bool TextEdits::ChangedSince(std::uint32_t at) const {
   return !edits_.empty() && edits_.back().begin >= at;
 }
 
-std::string TextEdits::Apply() {
+void TextEdits::Apply(const TextSink& sink) {
   std::ranges::stable_sort(edits_, {}, &Edit::begin);
-  std::string result;
-  result.reserve(text_.size() + 64 * edits_.size());
+  const std::string_view text = text_;
   std::uint32_t done = 0;
   for (const Edit& edit : edits_) {
     const std::uint32_t begin = std::max(edit.begin, done);
-    result.append(text_, done, begin - done);
-    result += edit.text;
+    sink(text.substr(done, begin - done));
+    sink(edit.text);
     done = std::max(edit.end, begin);
   }
-  return result.append(text_, done, std::string::npos);
+  sink(text.substr(done));
 }
 
 }  // namespace Ketril::Editor

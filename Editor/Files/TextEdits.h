@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Ketril::Editor {
+
+using TextSink = std::function<void(std::string_view)>;
 
 class TextEdits {
  public:
@@ -25,7 +28,8 @@ class TextEdits {
   bool ChangedSince(std::uint32_t at) const;
   std::size_t Count() const { return edits_.size(); }
   void ForgetFrom(std::size_t count) { edits_.resize(count); }
-  std::string Apply();
+  // The edited text, piece by piece.
+  void Apply(const TextSink& sink);
 
  private:
   struct Edit {

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <numbers>
 
 namespace Ketril::Editor {
@@ -13,15 +14,23 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-std::string FormatMillionths(std::int64_t value) {
+void AppendMillionths(std::string& result, std::int64_t value) {
+  char text[32];
+  char* end = text;
+  if (value < 0) *end++ = '-';
   const std::int64_t size = std::abs(value);
-  std::string text = (value < 0 ? "-" : "") + std::to_string(size / 1000000);
-  if (const std::int64_t rest = size % 1000000; rest != 0) {
-    std::string decimals = std::to_string(1000000 + rest);
-    decimals[0] = '.';
-    decimals.erase(decimals.find_last_not_of('0') + 1);
-    text += decimals;
+  end = std::to_chars(end, std::end(text), size / 1000000).ptr;
+  if (std::int64_t rest = size % 1000000; rest != 0) {
+    *end++ = '.';
+    for (std::int64_t weight = 100000; rest != 0; rest %= weight, weight /= 10)
+      *end++ = static_cast<char>('0' + rest / weight);
   }
+  result.append(text, end);
+}
+
+std::string FormatMillionths(std::int64_t value) {
+  std::string text;
+  AppendMillionths(text, value);
   return text;
 }
 
@@ -70,6 +79,10 @@ NumberError ParseMillimetres(std::string_view text, Nanometres& nm) {
   if (nm > kMaxNanometres) return NumberError::OutOfRange;
   if (negative) nm = -nm;
   return NumberError::None;
+}
+
+void AppendMillimetres(std::string& text, Nanometres nm) {
+  AppendMillionths(text, nm);
 }
 
 std::string FormatMillimetres(Nanometres nm) {

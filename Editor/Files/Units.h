@@ -50,6 +50,7 @@ NumberError ParseNumber(std::string_view text, double& value);
 
 // Without trailing zeros; zero is "0".
 std::string FormatMillimetres(Nanometres nm);
+void AppendMillimetres(std::string& text, Nanometres nm);
 // The same for angles and ratios: six decimals at most.
 std::string FormatNumber(double value);
 

@@ -17,6 +17,28 @@ namespace {
 constexpr double kStripHalfWidth = 5000;  // 0.5 mil
 constexpr double kRounding = 3;           // by which clipped vertices may be off, in units
 
+// No two sides meet but in the vertex between them.
+bool IsPlain(const Ring& ring) {
+  const std::vector<TCoordPoint>& points = ring.points;
+  const std::size_t count = points.size();
+  if (count < 3 || count > 64) return false;
+  const auto side = [](TCoordPoint a, TCoordPoint b, TCoordPoint p) {
+    return (double(b.x) - a.x) * (double(p.y) - a.y) - (double(b.y) - a.y) * (double(p.x) - a.x);
+  };
+  for (std::size_t i = 0; i < count; ++i) {
+    const TCoordPoint a = points[i], b = points[(i + 1) % count], after = points[(i + 2) % count];
+    if (side(a, b, after) == 0) return false;
+    for (std::size_t k = i + 2; k < count && (k + 1) % count != i; ++k) {
+      const TCoordPoint c = points[k], d = points[(k + 1) % count];
+      if (std::max(a.x, b.x) < std::min(c.x, d.x) || std::max(c.x, d.x) < std::min(a.x, b.x)) continue;
+      if (std::max(a.y, b.y) < std::min(c.y, d.y) || std::max(c.y, d.y) < std::min(a.y, b.y)) continue;
+      const bool apart = side(a, b, c) * side(a, b, d) > 0 || side(c, d, a) * side(c, d, b) > 0;
+      if (!apart) return false;
+    }
+  }
+  return true;
+}
+
 CopperShape ShapeOfRings(const std::vector<Ring>& rings) {
   const Area area = AreaOfRings(rings);
   return area.outer.empty() ? CopperShape() : ShapeOf({area});
@@ -69,18 +91,45 @@ Ring Strip(const Segment& line) {
           false};
 }
 
+// The strip added to a ring that it leaves by one side: false, and no change, when it does not.
+bool Join(Ring& ring, const Ring& strip) {
+  struct Crossing {
+    std::size_t side = 0;
+    double along = 0;
+    TCoordPoint at;
+    int count = 0;
+  };
+  const std::vector<TCoordPoint>& points = ring.points;
+  const auto cross = [&](TCoordPoint from, TCoordPoint to) {
+    Crossing crossing;
+    const double dx = double(to.x) - from.x, dy = double(to.y) - from.y;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const TCoordPoint p = points[i], q = points[(i + 1) % points.size()];
+      const double ex = double(q.x) - p.x, ey = double(q.y) - p.y, det = dx * ey - dy * ex;
+      const double px = double(p.x) - from.x, py = double(p.y) - from.y;
+      const double t = (px * ey - py * ex) / det, u = (px * dy - py * dx) / det;  // not in range for det 0
+      if (!(t >= 0 && t <= 1 && u >= 0 && u <= 1)) continue;
+      crossing = {i, u, {ToCoord(p.x + u * ex), ToCoord(p.y + u * ey)}, crossing.count + 1};
+    }
+    return crossing;
+  };
+  const std::vector<TCoordPoint>& corners = strip.points;
+  const Crossing right = cross(corners[0], corners[1]), left = cross(corners[3], corners[2]);
+  if (right.count != 1 || left.count != 1 || right.side != left.side) return false;
+  std::vector<TCoordPoint> way = {right.at, corners[1], corners[2], left.at};
+  if (left.along < right.along) std::ranges::reverse(way);
+  ring.points.insert(ring.points.begin() + static_cast<std::ptrdiff_t>(right.side) + 1, way.begin(),
+                     way.end());
+  return true;
+}
+
 }  // namespace
 
 std::vector<Ring> Covered(const std::vector<Ring>& rings) {
+  if (rings.size() == 1 && IsPlain(rings.front())) return rings;
   std::vector<Ring> outer, holes;
   for (const Ring& ring : rings) (ring.hole ? holes : outer).push_back(ring);
-  std::vector<Ring> covered = Difference(outer, holes);
-  // A plain outline keeps its first vertex.
-  if (covered.size() != 1 || rings.size() != 1 || rings.front().points.empty()) return covered;
-  std::vector<TCoordPoint>& points = covered.front().points;
-  const auto first = std::ranges::find(points, rings.front().points.front());
-  std::rotate(points.begin(), first == points.end() ? points.begin() : first, points.end());
-  return covered;
+  return Difference(outer, holes);
 }
 
 std::vector<Ring> TiedFill(const Region& region) {
@@ -100,7 +149,9 @@ std::vector<Ring> TiedFill(const Region& region) {
     }
   }
   if (!best) return fill;
-  fill.push_back(Strip(*best));
+  const Ring strip = Strip(*best);
+  if (fill.size() == 1 && Join(fill.front(), strip)) return fill;
+  fill.push_back(strip);
   return Difference(fill, {});
 }
 
