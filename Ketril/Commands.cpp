@@ -23,6 +23,7 @@
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
 #include "Ketril/TeardropDialog.h"
+#include "Ketril/TeardropSummary.h"
 #include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 
@@ -140,10 +141,12 @@ Ref<IParameterList> ParametersOf(const Options& options) {
   return Ref<IParameterList>(list.Get());
 }
 
-void Report(const Options& options, const ToolVerb& verb, const Board& board, const std::string& destination,
+void Report(const Options& options, const ToolVerb& verb, Board& board, const std::string& destination,
             const std::vector<Editor::Change>& changes, const std::vector<std::string>& unanswered) {
   ordered_json summary = Summary(changes);
+  const ordered_json teardrops = TeardropSummary(board);
   if (options.json) {
+    if (!teardrops.is_null()) summary["teardrops"] = teardrops;
     summary["tool"] = verb.export_name;
     summary["board"] = board.file.path;
     summary["written"] = destination.empty() ? ordered_json(nullptr) : ordered_json(destination);
@@ -154,6 +157,7 @@ void Report(const Options& options, const ToolVerb& verb, const Board& board, co
   std::cout << verb.verb << ": " << SummaryText(summary);
   if (!destination.empty()) std::cout << "; written to " << destination;
   std::cout << "\n";
+  if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
   for (const std::string& question : unanswered) {
     std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";
   }

@@ -90,6 +90,15 @@ std::vector<Change> Journal::Changes() const {
   return changes;
 }
 
+std::vector<Ref<Primitive>> Journal::Withdrawn() const {
+  std::vector<Ref<Primitive>> objects;
+  for (const Record& record : records_) {
+    if (!record.was_on_board && !record.object->on_board && record.object.Get() != &board_)
+      objects.push_back(record.object);
+  }
+  return objects;
+}
+
 void Journal::Undo() {
   recording_ = false;
   RestorePlaces();

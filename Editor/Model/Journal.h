@@ -31,6 +31,8 @@ class Journal {
   // objects. An object that was added and removed again is not there; one that was written is `Modified`,
   // also when the values are the same. The board counts as an object: its setup can be modified.
   std::vector<Change> Changes() const;
+  // What the command added and took off again, as it was in between; some of it may never have been added.
+  std::vector<Ref<Primitive>> Withdrawn() const;
   // The board as it was at Begin. Ends the command, and forgets it.
   void Undo();
 

@@ -27,16 +27,20 @@ class RuleList final : public HostObject<IPCB_RuleList> {
 
 }  // namespace
 
-std::u16string DescribeViolation(const Violation& violation) {
-  const std::u16string pair = violation.first->Describe() + u" and " + violation.second->Describe();
-  if (violation.kind == ViolationKind::KeepOut) return u"Keep-out: " + pair;
-  if (violation.kind == ViolationKind::Confinement) return u"Room: " + pair;
+std::u16string DescribeGap(const Violation& violation) {
+  if (violation.kind == ViolationKind::KeepOut) return u"Keep-out";
+  if (violation.kind == ViolationKind::Confinement) return u"Room";
   constexpr const char16_t* kNames[] = {u"Clearance ", u"Hole clearance ", u"", u"Component clearance ", u""};
   const Board* board = violation.first->board ? violation.first->board : violation.second->board;
   const TUnit unit = board ? board->setup.display_unit : eMetric;
   return kNames[static_cast<int>(violation.kind)] +
          LengthText(static_cast<std::int64_t>(violation.gap), unit) + u" of " +
-         LengthText(violation.asked, unit) + u": " + pair;
+         LengthText(violation.asked, unit);
+}
+
+std::u16string DescribeViolation(const Violation& violation) {
+  return DescribeGap(violation) + u": " + violation.first->Describe() + u" and " +
+         violation.second->Describe();
 }
 
 Status Board::GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept {

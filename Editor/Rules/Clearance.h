@@ -27,7 +27,9 @@ struct Violation {
   TCoord asked = 0;  // by the rule
   ViolationKind kind = ViolationKind::Clearance;
 };
-// "Clearance 0.12mm of 0.2mm: Track (…) and Via (…)", in the unit that the board shows.
+// "Clearance 0.12mm of 0.2mm", in the unit that the board shows.
+std::u16string DescribeGap(const Violation& violation);
+// "Clearance 0.12mm of 0.2mm: Track (…) and Via (…)".
 std::u16string DescribeViolation(const Violation& violation);
 
 class ClearanceChecker {

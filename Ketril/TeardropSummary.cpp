@@ -1,0 +1,131 @@
+#include "Ketril/TeardropSummary.h"
+
+#include <algorithm>
+#include <array>
+
+#include "Editor/Copper/Distance.h"
+#include "Editor/Files/LayerNames.h"
+#include "Editor/Files/Units.h"
+#include "Editor/Rules/Clearance.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Command {
+
+namespace {
+
+using nlohmann::ordered_json;
+using Platform::ToUtf8;
+
+bool IsTeardrop(const Editor::Primitive& object) {
+  return object.kind == eRegionObject && object.Has(Editor::kFlag_TearDrop);
+}
+
+// Tracks of two widths meet in one that widens the narrower; at a junction all have one.
+bool IsAtJunction(Editor::Board& board, const Editor::Primitive& teardrop) {
+  TCoord width = 0;
+  for (const Editor::Primitive* object : board.index.Find(teardrop.Bounds())) {
+    const Editor::Track* track = Editor::As<Editor::Track>(object);
+    if (!track || track->GetNet() != teardrop.GetNet() || !Editor::Touch(*track, teardrop)) continue;
+    if (width != 0 && track->data.width != width) return false;
+    width = track->data.width;
+  }
+  return true;
+}
+
+bool HasEndOf(const Editor::Primitive& place, const Editor::Track& track) {
+  const TCoordRect box = place.Bounds();
+  return std::ranges::any_of(std::array{track.data.p1, track.data.p2}, [&](TCoordPoint end) {
+    return end.x >= box.x1 && end.x <= box.x2 && end.y >= box.y1 && end.y <= box.y2;
+  });
+}
+
+// A pad or via that a narrower track of its net ends in.
+bool WantsOne(Editor::Board& board, const Editor::Primitive& place, bool& has_one) {
+  bool wants = false;
+  has_one = false;
+  const TCoordRect box = place.Bounds();
+  for (const Editor::Primitive* object : board.index.Find(box)) {
+    if (object->GetNet() != place.GetNet() || !place.GetNet()) continue;
+    has_one = has_one || (IsTeardrop(*object) && Editor::Touch(*object, place));
+    const Editor::Track* track = Editor::As<Editor::Track>(object);
+    const TCoord least = std::min(box.x2 - box.x1, box.y2 - box.y1);
+    wants = wants ||
+            (track && track->data.width < least && HasEndOf(place, *track) && Editor::Touch(*track, place));
+  }
+  return wants;
+}
+
+ordered_json Withdrawn(Editor::Board& board, Editor::Primitive& teardrop) {
+  const TCoordRect box = teardrop.Bounds();
+  const auto mm = [](std::int64_t sum) { return static_cast<double>(Editor::ToNanometres(sum / 2)) / 1e6; };
+  ordered_json entry{
+      {"at", {mm(std::int64_t{box.x1} + box.x2), -mm(std::int64_t{box.y1} + box.y2)}},
+      {"layer", Editor::LayerNames(board).NameOf(teardrop.state.layer)},
+      {"net", teardrop.GetNet() ? ToUtf8(teardrop.GetNet()->data.name) : ""},
+  };
+  const auto violations = board.Clearances().CheckObject(teardrop);
+  if (!violations.empty()) {
+    entry["rule"] = ToUtf8(Editor::DescribeGap(violations.front()));
+    entry["against"] = ToUtf8(violations.front().second->Describe());
+  }
+  return entry;
+}
+
+std::string WithdrawnText(const ordered_json& entry) {
+  const auto word = [&](const char* name) { return entry.value(name, std::string()); };
+  return word("layer") + " at " + entry["at"][0].dump() + ", " + entry["at"][1].dump() + ", net " +
+         word("net") + ": " + word("rule") + " to " + word("against");
+}
+
+}  // namespace
+
+ordered_json TeardropSummary(Editor::Board& board) {
+  std::int64_t pads = 0, vias = 0, tracks = 0, junctions = 0, without = 0;
+  for (const Editor::Change& change : board.journal.Changes()) {
+    if (change.kind != Editor::ChangeKind::Added || !IsTeardrop(*change.object)) continue;
+    if (change.object->Has(Editor::kFlag_Misc1)) {
+      ++pads;
+    } else if (change.object->Has(Editor::kFlag_Misc2)) {
+      ++vias;
+    } else {
+      ++(IsAtJunction(board, *change.object) ? junctions : tracks);
+    }
+  }
+  ordered_json withdrawn = ordered_json::array();
+  for (const Ref<Editor::Primitive>& object : board.journal.Withdrawn()) {
+    if (IsTeardrop(*object)) withdrawn.push_back(Withdrawn(board, *object));
+  }
+  if (pads + vias + tracks + junctions == 0 && withdrawn.empty()) return nullptr;
+  board.objects.ForEach({ePadObject, eViaObject}, [&](const Editor::Primitive& place) {
+    bool has_one = false;
+    if (WantsOne(board, place, has_one) && !has_one) ++without;
+  });
+  return {{"pads", pads},           {"vias", vias},       {"tracks", tracks},
+          {"junctions", junctions}, {"without", without}, {"withdrawn", std::move(withdrawn)}};
+}
+
+std::string TeardropSummaryText(const ordered_json& summary) {
+  std::vector<std::string> parts;
+  for (const char* name : {"pads", "vias", "tracks", "junctions"}) {
+    const auto count = summary[name].get<std::int64_t>();
+    const std::string noun = count == 1 ? std::string(name).substr(0, std::string(name).size() - 1) : name;
+    if (count > 0) parts.push_back(std::to_string(count) + " " + noun);
+  }
+  std::string text = parts.empty() ? "  no teardrop stayed" : "  teardrops on ";
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    text += (i == 0 ? "" : i + 1 == parts.size() ? " and " : ", ") + parts[i];
+  }
+  if (const ordered_json& withdrawn = summary["withdrawn"]; !withdrawn.empty()) {
+    text += "\n  " + std::to_string(withdrawn.size()) + " taken off again, as they would break a rule:";
+    constexpr std::size_t kShown = 5;
+    for (std::size_t i = 0; i < std::min(withdrawn.size(), kShown); ++i)
+      text += "\n    " + WithdrawnText(withdrawn[i]);
+    if (withdrawn.size() > kShown) text += "\n    ... (--json has them all)";
+  }
+  if (const auto without = summary["without"].get<std::int64_t>(); without > 0) {
+    text += "\n  " + std::to_string(without) + " pads and vias where a narrower track ends have none";
+  }
+  return text;
+}
+
+}  // namespace Ketril::Command
