@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Interfaces/Groups.h"
+#include "Interfaces/Placement.h"
 #include "Interfaces/Rules.h"
 
 namespace Ketril {
@@ -62,6 +63,14 @@ class IPCB_AdvancedPlacerOptions : public IInterface {
   KETRIL_PROPERTY(TCoord, PlaceSmallClear);
 };
 
+// Says of an object at a place whether a hit test may give it.
+class IPCB_HitFilter : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_HitFilter"};
+  virtual Status Accepts(IPCB_Primitive* primitive, bool& accepted) noexcept = 0;
+};
+
 // A window on a document, and on a board in particular.
 class IServerDocumentView : public IInterface {
  public:
@@ -75,6 +84,13 @@ class IPCBGraphicalViewInterface : public IServerDocumentView {
   static constexpr InterfaceId Id{"IPCBGraphicalViewInterface"};
   virtual Status UpdateWindows() noexcept = 0;
   virtual Status SetCurrentMode(TDisplay mode) noexcept = 0;
+  // The object at a place; empty when there is none. `layers` may be empty: all. `eProcessFree` passes over
+  // members of components; with `eProcessComponent` a component stands for its members, but for one that is
+  // selected while its component is not. Of several objects the one with the smallest box is given. With
+  // `only_selected` others are passed over, and so is what `filter`, which may be empty, does not accept.
+  virtual Status HitTest(TCoordPoint point, TObjectSet objects, IPCB_LayerSet* layers,
+                         TIterationMethod method, IPCB_HitFilter* filter, bool only_selected,
+                         Ref<IPCB_Primitive>& primitive) noexcept = 0;
 };
 class IPCBGraphicalViewStateInterface : public IInterface {
  public:
@@ -83,11 +99,20 @@ class IPCBGraphicalViewStateInterface : public IInterface {
   KETRIL_PROPERTY(TV7_Layer, CurrentLayer);
 };
 
+class IPCB_Board;
+
 // The editor's dialogs of one board's commands.
 class IUIManager : public IInterface {
  public:
   using Base = IInterface;
   static constexpr InterfaceId Id{"IUIManager"};
+  // Which arranging along each axis, and whether to the grid afterwards; nothing of all that when the user
+  // cancels: eArrangeNoChangeX, eArrangeNoChangeY and false.
+  virtual Status AlignmentDialog(TArrangerMethod& horizontal, TArrangerMethod& vertical,
+                                 bool& move_to_grid) noexcept = 0;
+  // The dialog changes the options.
+  virtual Status RoomArrangeDialog(IPCB_Board* board, IPCB_RoomArrangeOptions* options,
+                                   bool& confirmed) noexcept = 0;
 };
 
 class IPCB_Board : public IPCB_Primitive3 {

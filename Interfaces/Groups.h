@@ -47,6 +47,8 @@ class IPCB_Net2 : public IPCB_Net {
   using Base = IPCB_Net;
   static constexpr InterfaceId Id{"IPCB_Net2"};
   KETRIL_READ(double, RoutedLength);  // of the net's tracks and arcs, in units
+  // Brings what the host keeps of the net up to date after its objects moved.
+  virtual Status UpdateNet() noexcept = 0;
 };
 
 class IPCB_Component : public IPCB_Group2 {

@@ -211,6 +211,15 @@ class IPCB_Text2 : public IPCB_Text {
   KETRIL_PROPERTY(std::u16string, String);  // as it is stored, with variables such as ${REFERENCE}
 };
 
+// Adds where a text stands by itself.
+class IPCB_Text3 : public IPCB_Text2 {
+ public:
+  using Base = IPCB_Text2;
+  static constexpr InterfaceId Id{"IPCB_Text3"};
+  KETRIL_READ(TCoordRect, TextRectangle);  // around its letters, as they are turned
+  KETRIL_READ(TCoordPoint, TextReference);
+};
+
 // A ring of vertices, as the tools hand outlines over and take them. Vertices are kept in doubles and read
 // rounded, a half to the even neighbour. Indexes are cyclic: the count is vertex 0 again, -1 the last vertex;
 // a vertex of an empty ring is a failure.
@@ -234,8 +243,8 @@ class IPCB_Contour : public IInterface {
   virtual Status AddPoint(TCoord x, TCoord y) noexcept = 0;
   virtual Status InsertPoint(std::int32_t index, TCoord x, TCoord y) noexcept = 0;
   virtual Status DeletePoint(std::int32_t index) noexcept = 0;
-  // Appends the vertices `first` to `last` of another ring; a `last` below `first` means one in the next turn.
-  // At least one vertex is read.
+  // Appends the vertices `first` to `last` of another ring; a `last` below `first` means one in the next
+  // turn. At least one vertex is read.
   virtual Status AddContourRange(IPCB_Contour* contour, std::int32_t first, std::int32_t last) noexcept = 0;
   virtual Status AddContour(IPCB_Contour* contour) noexcept = 0;  // all of it
   // A new ring with the same vertices.

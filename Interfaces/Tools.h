@@ -26,9 +26,9 @@ void Tools_ReplaceSelectedPadsWithVias(IPCB_Board* ABoard);
 void Tools_ReplaceSelectedViasWithPads(IPCB_Board* ABoard);
 
 // Adds teardrops to the board, or removes them: what and where is told by the parameters, of the names
-// TeardropParam_PercentForVias, ..ForPads, ..ForTracks, ..ForTJunctions with _Length or _Width behind them, in
-// percent, and TeardropParam_FlagsEx, a sum of TTeardropFlag. Those that are missing have their default; when
-// all are missing, AParameters empty included, the options come from the store and the editor's dialog.
+// TeardropParam_PercentForVias, ..ForPads, ..ForTracks, ..ForTJunctions with _Length or _Width behind them,
+// in percent, and TeardropParam_FlagsEx, a sum of TTeardropFlag. Those that are missing have their default;
+// when all are missing, AParameters empty included, the options come from the store and the editor's dialog.
 void Tools_TearDrops(IPCB_Board* ABoard, IParameterList* AParameters);
 // The options of the store, and the defaults for what it lacks.
 TTeardropOptionsEx Tools_GetCurrentTeardropOptions(IPCB_Board* ABoard);
@@ -36,6 +36,53 @@ TTeardropOptionsEx Tools_GetCurrentTeardropOptions(IPCB_Board* ABoard);
 void Tools_RemoveTearDropsOnSelected(IPCB_Board* ABoard);
 // Removes the teardrop regions that violate a rule, as of the last check of the board.
 void Tools_RemoveDropsViolation(IPCB_Board* ABoard);
+
+// Arrange the selection: components, free objects, or, where only texts are selected, these. Locked objects
+// stay. `AView` may be empty but where the user points at something: only then it is asked what is there.
+void Tools_RunArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, TArrangerMethod AMethod);
+// The same by name, for the user: under an hourglass, except for centring, where he picks the object that the
+// others are centred on.
+void Tools_AutoPlaceAlignLeft(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignRight(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignTop(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignBottom(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignLeftSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignRightSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignTopSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceAlignBottomSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceCentreHoriziontal(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceCentreVertical(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceExpandXComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceExpandYComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceContractXComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceContractYComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceSpreadXComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+void Tools_AutoPlaceSpreadYComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+// As the editor's alignment dialog says.
+void Tools_AutoPlaceRunDialog(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+
+// Pack components into rows: the selected ones into a rectangle, given or by parameters or picked; those of a
+// room, selected or not, into the room; the selected ones beside the board. Lengths are in units. The Boolean
+// is false, and nothing is done, for a rule that is no room.
+void Tools_RunArrangeToRectangle(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, TCoord ALowX,
+                                 TCoord ALowY, TCoord AHighX, TCoord AHighY);
+void Tools_RunArrangeToRoom(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                            const std::u16string& ARoomName);
+bool Tools_RunArrangeToRoomRule(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IPCB_Rule* ARoom);
+void Tools_RunArrangeOutsideBoard(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+// Parameters "Location1.x", "Location1.y", "Location2.x" and "Location2.y"; the list may be empty.
+void Tools_AutoPlaceToRectangle(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                                IParameterList* AParameters);
+// Parameters "RoomName", or "RoomsToUpdateCount" with "Room1", "Room2" and so on; the list may be empty.
+void Tools_AutoPlaceToRoom(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                           IParameterList* AParameters);
+void Tools_AutoPlaceOutsideBoard(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+
+// Lay the selected rooms out in rows and columns, each with what it holds: by the options given, and as the
+// editor's dialog says. The parameters are not read.
+void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                          IPCB_RoomArrangeOptions* AOptions);
+void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList* AParameters);
 
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.

@@ -173,6 +173,7 @@ enum TClassMemberKind : std::uint8_t {
   eClassMemberKind_FromTo,
   eClassMemberKind_Pad,
   eClassMemberKind_Layer,
+  eClassMemberKind_DesignChannel,  // one channel of a design that is repeated: its members are rooms
 };
 // What ties the objects of a union together; a union object tells its kind.
 enum TUnionKind : std::uint8_t {

@@ -5,8 +5,10 @@
 #include <optional>
 #include <ostream>
 
+#include "Editor/Model/Rooms.h"
 #include "Editor/Selection/Selection.h"
 #include "Ketril/Exit.h"
+#include "Ketril/PlacementDialogs.h"
 #include "Ketril/TeardropDialog.h"
 #include "Platform/Text.h"
 
@@ -51,6 +53,17 @@ void Answers::ReadFile(const std::string& path) {
       throw Failure(kExit_Usage,
                     path + ":" + std::to_string(number) + ": no option of teardrops has that name and value");
     }
+    const auto side = [&](bool left) {
+      return Platform::Trim(left ? trimmed.substr(0, sign) : trimmed.substr(sign + 1));
+    };
+    if (sign != std::u16string_view::npos) {
+      const std::u16string key(side(true));
+      if (AddField(Platform::ToUtf8(key), Platform::ToUtf8(side(false)))) continue;
+      if (key.starts_with(u"Select ") || key.starts_with(u"Choose ") || key.starts_with(u"Enter ")) {
+        words_.emplace_back(key, Platform::ToUtf8(side(false)));
+        continue;
+      }
+    }
     const auto answer = sign == std::u16string_view::npos ? std::nullopt : YesOrNo(trimmed.substr(sign + 1));
     if (!answer) {
       throw Failure(kExit_Usage,
@@ -78,6 +91,107 @@ TDialogAnswer Answers::Answer(const std::u16string& text, Platform::TDialogKind,
   }
   unanswered_.push_back(shown);
   return TDialogAnswer::Cancelled;
+}
+
+void Answers::SetPlaces(PlaceReader read, const std::vector<std::string>& picks) {
+  read_place_ = std::move(read);
+  const auto place_of = [&](const std::string& text) {
+    const auto place = read_place_(text);
+    if (!place)
+      throw Failure(kExit_Usage, "\"" + text + "\" is no place: expected X,Y or a component or room");
+    return *place;
+  };
+  for (const std::string& pick : picks) picks_.push_back(place_of(pick));
+  for (const auto& [prompt, text] : words_) {
+    if (!prompt.starts_with(u"Enter ")) place_of(text);
+  }
+}
+
+std::optional<TCoordPoint> Answers::Pick(const std::u16string& prompt) {
+  const auto taken = [&](TCoordPoint place) {
+    picked_ = true;
+    return place;
+  };
+  if (used_picks_ < picks_.size()) return taken(picks_[used_picks_++]);
+  for (auto word = words_.begin(); word != words_.end(); ++word) {
+    if (!Editor::MatchesPattern(prompt, word->first)) continue;
+    const auto place = read_place_(word->second);
+    words_.erase(word);
+    if (place) return taken(*place);
+    break;
+  }
+  const std::string shown = Platform::ToUtf8(prompt);
+  std::string line;
+  while (in_ && out_ << shown << " [X,Y or a name, nothing cancels] " << std::flush &&
+         std::getline(*in_, line)) {
+    if (line.empty()) return std::nullopt;
+    if (const auto place = read_place_(line)) return taken(*place);
+  }
+  if (!picked_) unanswered_.push_back(shown);
+  return std::nullopt;
+}
+
+bool Answers::EditText(const std::u16string& caption, std::u16string& text) {
+  for (const auto& [pattern, word] : words_) {
+    if (!Editor::MatchesPattern(caption, pattern)) continue;
+    text = Platform::ToUtf16(word);
+    return true;
+  }
+  const std::string shown = Platform::ToUtf8(caption);
+  std::string line;
+  if (in_ && out_ << shown << " [" << Platform::ToUtf8(text) << "] " << std::flush &&
+      std::getline(*in_, line)) {
+    if (!line.empty()) text = Platform::ToUtf16(line);
+    return !line.empty();
+  }
+  unanswered_.push_back(shown);
+  return false;
+}
+
+bool Answers::AddField(const std::string& name, const std::string& value) {
+  if (!name.starts_with("Alignment_") && !name.starts_with("RoomArrange_")) return false;
+  Editor::AlignmentAnswer alignment;
+  const Ref<Editor::RoomArrangeOptions> rooms = Editor::MakeHost<Editor::RoomArrangeOptions>();
+  if (!SetAlignmentField(alignment, name, value) && !SetRoomArrangeField(*rooms.Get(), name, value))
+    throw Failure(kExit_Usage, name + "=" + value + ": no dialog has that name and value");
+  fields_.emplace_back(name, value);
+  return true;
+}
+
+bool Answers::AlignmentDialog(Editor::AlignmentAnswer& answer) {
+  bool answered = always_yes_;
+  for (const auto& [name, value] : fields_) answered |= SetAlignmentField(answer, name, value);
+  if (answered) return true;
+  if (in_) {
+    return EditFields(
+        "Alignment_Horizontal (left, right, center, spread), Alignment_Vertical (top, bottom, center, "
+        "spread), "
+        "Alignment_MoveToGrid (yes, no).",
+        [&](const std::string& name, const std::string& value) {
+          return SetAlignmentField(answer, name, value);
+        },
+        *in_, out_);
+  }
+  unanswered_.emplace_back("Alignment");
+  return false;
+}
+
+bool Answers::RoomArrangeDialog(IPCB_RoomArrangeOptions& options) {
+  bool answered = always_yes_;
+  for (const auto& [name, value] : fields_) answered |= SetRoomArrangeField(options, name, value);
+  if (answered) return true;
+  if (in_) {
+    return EditFields(
+        "RoomArrange_RowCount, _ColCount, _OriginX, _OriginY, _AutoSpacing, _SpacingX, _SpacingY, "
+        "_MoveToGrid, "
+        "_SortName, _Ascending.",
+        [&](const std::string& name, const std::string& value) {
+          return SetRoomArrangeField(options, name, value);
+        },
+        *in_, out_);
+  }
+  unanswered_.emplace_back("Room arrangement");
+  return false;
 }
 
 bool Answers::EditTeardropOptions(TTeardropOptionsEx& options) {

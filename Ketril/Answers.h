@@ -9,19 +9,30 @@
 //   Confirm Abort Process = no
 //   This selection contains locked * = yes
 //
-// A line `TeardropParam_... = number` answers the dialog of the teardrop options: those that are named
-// change, and the dialog is accepted.
+// `Select ... = place` and `Choose ... = place` answer a pick each, once: a place as in the board file, x,y,
+// or the name of a component or room. `Enter ... = text` answers a text. Picks of the command line come
+// first; where all are used up, a further pick is cancelled.
+//
+// Lines `Alignment_... = value` and `RoomArrange_... = value` answer the dialogs of those names, as
+// PlacementDialogs.h tells. A line `TeardropParam_... = number` answers the dialog of the teardrop options:
+// those that are named change, and the dialog is accepted.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "Editor/Client/UIManager.h"
 #include "Interfaces/Teardrops.h"
 #include "Platform/Dialogs.h"
 
 namespace Ketril::Command {
+
+// The place that a text means on the board at hand; empty when it means none.
+using PlaceReader = std::function<std::optional<TCoordPoint>(const std::string& text)>;
 
 class Answers {
  public:
@@ -37,6 +48,17 @@ class Answers {
   // The dialog of the teardrop options; false when it is cancelled. -y accepts them as they are.
   bool EditTeardropOptions(TTeardropOptionsEx& options);
 
+  // Picks are good from here on: those given, then those of the answers file. Raises Failure (usage) for one
+  // that is no place.
+  void SetPlaces(PlaceReader read, const std::vector<std::string>& picks);
+  std::optional<TCoordPoint> Pick(const std::u16string& prompt);
+  bool EditText(const std::u16string& caption, std::u16string& text);
+  // A value of a dialog. False when it belongs to none; raises Failure (usage) for a name or value that the
+  // dialog does not have.
+  bool AddField(const std::string& name, const std::string& value);
+  bool AlignmentDialog(Editor::AlignmentAnswer& answer);
+  bool RoomArrangeDialog(IPCB_RoomArrangeOptions& options);
+
   // Questions that nobody answered, in the order in which they came.
   const std::vector<std::string>& Unanswered() const { return unanswered_; }
 
@@ -46,6 +68,12 @@ class Answers {
   std::ostream& out_;
   std::vector<std::pair<std::u16string, bool>> lines_;          // question pattern, yes
   std::vector<std::pair<std::string, std::string>> teardrops_;  // names and values
+  std::vector<std::pair<std::string, std::string>> fields_;     // of other dialogs
+  std::vector<std::pair<std::u16string, std::string>> words_;   // prompt pattern, place or text
+  PlaceReader read_place_;
+  std::vector<TCoordPoint> picks_;
+  std::size_t used_picks_ = 0;
+  bool picked_ = false;
   std::vector<std::string> unanswered_;
 };
 

@@ -20,6 +20,7 @@
 #include "Ketril/Answers.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Info.h"
+#include "Ketril/Moves.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
 #include "Ketril/TeardropDialog.h"
@@ -55,7 +56,7 @@ Editor::Selection ParseSelection(const std::string& text, Editor::LengthUnit uni
 }
 
 // "X,Y,WIDTH,HEIGHT" of a box whose corner (X, Y) is the upper left one, as the board file has places.
-TCoordRect ParseBox(const std::string& text, Editor::LengthUnit unit) {
+TCoordRect ParseBox(const std::string& text, Editor::LengthUnit unit, const char* option) {
   std::array<double, 4> numbers{};
   std::size_t from = 0;
   for (std::size_t i = 0; i < numbers.size(); ++i) {
@@ -63,7 +64,7 @@ TCoordRect ParseBox(const std::string& text, Editor::LengthUnit unit) {
     const auto length =
         Editor::ParseLength(std::string_view(text).substr(std::min(from, text.size()), comma - from), unit);
     if (!length || (i == 3) != (comma == text.size()) || (i >= 2 && *length <= 0)) {
-      throw Failure(kExit_Usage, "--around: expected X,Y,WIDTH,HEIGHT, as 100,80,20mm,15mm");
+      throw Failure(kExit_Usage, std::string(option) + ": expected X,Y,WIDTH,HEIGHT, as 100,80,20mm,15mm");
     }
     numbers[i] = *length;
     from = comma + 1;
@@ -120,11 +121,13 @@ std::string Destination(const Options& options) {
   return options.output;
 }
 
-void DrawResult(const Options& options, Board& board, const std::vector<Editor::Change>& changes) {
+void DrawResult(const Options& options, Board& board, const std::vector<Editor::Change>& changes,
+                const std::vector<Move>& moves) {
   std::set<const Primitive*> changed;
   for (const Editor::Change& change : changes) changed.insert(change.object.Get());
   Editor::PictureOptions look;
   if (!changed.empty()) look.highlight = [&](const Primitive& object) { return changed.contains(&object); };
+  for (const Move& move : moves) look.ghosts.push_back({move.from_box, move.to_box});
   WriteOut(options.picture, Editor::DrawSvg(board, look));
 }
 
@@ -142,8 +145,10 @@ Ref<IParameterList> ParametersOf(const Options& options) {
 }
 
 void Report(const Options& options, const ToolVerb& verb, Board& board, const std::string& destination,
-            const std::vector<Editor::Change>& changes, const std::vector<std::string>& unanswered) {
+            const std::vector<Editor::Change>& changes, const std::vector<Move>& moves,
+            const std::vector<std::string>& unanswered) {
   ordered_json summary = Summary(changes);
+  if (!moves.empty()) summary["moved"] = MoveTable(moves, options.unit);
   const ordered_json teardrops = TeardropSummary(board);
   if (options.json) {
     if (!teardrops.is_null()) summary["teardrops"] = teardrops;
@@ -156,7 +161,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   }
   std::cout << verb.verb << ": " << SummaryText(summary);
   if (!destination.empty()) std::cout << "; written to " << destination;
-  std::cout << "\n";
+  std::cout << "\n" << MoveLines(moves, options.unit);
   if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
   for (const std::string& question : unanswered) {
     std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";
@@ -197,7 +202,7 @@ void Info(const Options& options) {
 
 void Draw(const Options& options) {
   Editor::PictureOptions look;
-  if (!options.around.empty()) look.around = ParseBox(options.around, options.unit);
+  if (!options.around.empty()) look.around = ParseBox(options.around, options.unit, "--around");
   std::optional<Editor::Selection> bright;
   if (!options.highlight.empty()) bright = ParseSelection(options.highlight, options.unit);
   const Ref<Board> board = Open(options.board);
@@ -250,7 +255,14 @@ void RunTool(const ToolVerb& verb, const Options& options) {
 
   const ToolsLibrary library;
   Ref<Board> board = Open(options.board);
-  const Session session(answers);
+  answers.SetPlaces([&](const std::string& text) { return PlaceOf(*board, text, options.unit); },
+                    options.picks);
+  for (const std::string& text : options.parameters) {
+    const std::size_t equals = std::min(text.find('='), text.size() - 1);
+    answers.AddField(text.substr(0, equals), text.substr(equals + 1));
+  }
+  const Session session(answers, board.Get());
+  const ComponentPlaces places(*board);
   if (selection && selection->Apply(*board) == 0) {
     std::cerr << "ketril: no object matches --select " << options.select << "\n";
   }
@@ -258,10 +270,13 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   board->journal.Begin();
   try {
     verb.call(library, verb.export_name, board.Get(), parameters.Get());
+  } catch (const Failure&) {
+    throw;
   } catch (const std::exception& error) {
     throw Failure(kExit_Failed, std::string(verb.verb) + ": " + error.what() + "; nothing is written");
   }
   const std::vector<Editor::Change> changes = board->journal.Changes();
+  const std::vector<Move> moves = places.Moves();
   if (!destination.empty()) {
     try {
       Editor::SaveBoard(*board, destination);
@@ -269,8 +284,22 @@ void RunTool(const ToolVerb& verb, const Options& options) {
       throw Failure(kExit_Failed, error.what());
     }
   }
-  if (!options.picture.empty()) DrawResult(options, *board, changes);
-  Report(options, verb, *board, destination, changes, answers.Unanswered());
+  if (!options.picture.empty()) DrawResult(options, *board, changes, moves);
+  Report(options, verb, *board, destination, changes, moves, answers.Unanswered());
+}
+
+void Arrange(const Options& options) {
+  Options run = options;
+  if (options.outside) return RunTool(FindToolVerb("auto-place-outside-board"), run);
+  if (!options.into_room.empty()) {
+    run.parameters = {"RoomName=" + options.into_room};
+    return RunTool(FindToolVerb("run-arrange-to-room-rule"), run);
+  }
+  const TCoordRect box = ParseBox(options.into, options.unit, "--into");
+  const auto pair = [](const char* name, TCoord value) { return name + std::to_string(value); };
+  run.parameters = {pair("Location1.x=", box.x1), pair("Location1.y=", box.y1), pair("Location2.x=", box.x2),
+                    pair("Location2.y=", box.y2)};
+  RunTool(FindToolVerb("auto-place-to-rectangle"), run);
 }
 
 }  // namespace Ketril::Command

@@ -25,6 +25,10 @@ struct Options {
   std::string highlight;
   std::vector<std::string> parameters;  // NAME=VALUE
   bool fail_on_violations = false;
+  std::vector<std::string> picks;  // places
+  std::string word;                // of a saying
+  std::string into_room, into;
+  bool outside = false;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;
 };
 
@@ -35,5 +39,6 @@ void Draw(const Options& options);
 void Check(const Options& options);
 void CurrentTeardropOptions(const Options& options);
 void RunTool(const ToolVerb& verb, const Options& options);
+void Arrange(const Options& options);  // `ketril arrange`
 
 }  // namespace Ketril::Command

@@ -36,7 +36,7 @@ void ShowProgress(const Editor::ProgressState& state) {
                static_cast<int>(percent));
 }
 
-Ref<Editor::Client> NewClient(Answers& answers) {
+Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board) {
   Editor::ClientSetup setup;
   setup.options_folder = OptionsFolder();
   setup.confirm = [&answers](const std::u16string& text) -> std::optional<bool> {
@@ -55,21 +55,40 @@ Ref<Editor::Client> NewClient(Answers& answers) {
   setup.open_document = [](const std::filesystem::path& file) {
     std::fprintf(stderr, "written: %s\n", file.string().c_str());
   };
+  setup.current_board = board;
+  setup.choose_location = [&answers](const std::u16string& prompt) { return answers.Pick(prompt); };
+  setup.choose_rectangle = [&answers](const std::u16string& first_prompt,
+                                      const std::u16string& second_prompt) -> std::optional<TCoordRect> {
+    const auto first = answers.Pick(first_prompt);
+    const auto second = first ? answers.Pick(second_prompt) : std::nullopt;
+    if (!second) return std::nullopt;
+    return TCoordRect{first->x, first->y, second->x, second->y};
+  };
+  setup.dialogs.alignment = [&answers](Editor::AlignmentAnswer& answer) {
+    return answers.AlignmentDialog(answer);
+  };
+  setup.dialogs.room_arrange = [&answers](IPCB_RoomArrangeOptions& options) {
+    return answers.RoomArrangeDialog(options);
+  };
   return Editor::MakeHost<Editor::Client>(std::move(setup));
 }
 
 }  // namespace
 
-Session::Session(Answers& answers) : installation_(NewClient(answers)) {
+Session::Session(Answers& answers, Editor::Board* board) : installation_(NewClient(answers, board)) {
   Platform::SetDialogProvider(
       [&answers](const std::u16string& text, Platform::TDialogKind kind, Platform::TDialogButtons buttons) {
         return answers.Answer(text, kind, buttons);
       });
+  Platform::SetStringEditProvider([&answers](const std::u16string& caption, std::u16string& text) {
+    return answers.EditText(caption, text);
+  });
   if (isatty(STDERR_FILENO)) Editor::SetProgressSink(ShowProgress);
 }
 
 Session::~Session() {
   Editor::SetProgressSink(nullptr);
+  Platform::SetStringEditProvider(nullptr);
   Platform::SetDialogProvider(nullptr);
 }
 

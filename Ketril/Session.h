@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Editor/Client/Client.h"
+#include "Editor/Model/Board.h"
 #include "Ketril/Answers.h"
 
 namespace Ketril::Command {
@@ -12,7 +13,8 @@ namespace Ketril::Command {
 // `answers` outlives it.
 class Session {
  public:
-  explicit Session(Answers& answers);
+  // `board` is the one that the user sees; it may be null and is not held.
+  explicit Session(Answers& answers, Editor::Board* board = nullptr);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   ~Session();

@@ -1,6 +1,12 @@
 #include "Ketril/Verbs.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
+
+#include "Ketril/Exit.h"
+#include "Ketril/PlacementDialogs.h"
+#include "Platform/Text.h"
 
 namespace Ketril::Command {
 
@@ -16,6 +22,91 @@ void CallWithParameters(const ToolsLibrary& library, const char* export_name, IP
   library.Find<void(IPCB_Board*, IParameterList*)>(export_name)(board, parameters);
 }
 
+Ref<IPCBGraphicalViewInterface> ViewOf(IPCB_Board* board) {
+  Ref<IServerDocumentView> view;
+  if (Failed(board->GetState_View(view))) return {};
+  return Probe<IPCBGraphicalViewInterface>(view);
+}
+
+void CallWithView(const ToolsLibrary& library, const char* export_name, IPCB_Board* board, IParameterList*) {
+  library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*)>(export_name)(board, ViewOf(board).Get());
+}
+
+void CallWithViewAndParameters(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                               IParameterList* parameters) {
+  library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*, IParameterList*)>(export_name)(
+      board, ViewOf(board).Get(), parameters);
+}
+
+// A parameter that the verb cannot do without.
+std::u16string Required(IParameterList* parameters, const char16_t* name) {
+  std::u16string value;
+  if (!parameters || !parameters->GetParameter(name, value))
+    throw Failure(kExit_Usage, "-D " + Platform::ToUtf8(name) + "=... is missing");
+  return value;
+}
+
+std::int32_t RequiredNumber(IParameterList* parameters, const char16_t* name) {
+  const std::string text = Platform::ToUtf8(Required(parameters, name));
+  std::int32_t value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size())
+    throw Failure(kExit_Usage, "-D " + Platform::ToUtf8(name) + "=" + text + ": expected a whole number");
+  return value;
+}
+
+void RunArrange(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                IParameterList* parameters) {
+  const std::int32_t method = RequiredNumber(parameters, u"Method");
+  if (method < eArrangeRectangle || method > eArrangeBottomSideBySide)
+    throw Failure(kExit_Usage, "-D Method: expected a number from 0 to 19");
+  library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*, TArrangerMethod)>(export_name)(
+      board, ViewOf(board).Get(), static_cast<TArrangerMethod>(method));
+}
+
+void RunArrangeToRectangle(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                           IParameterList* parameters) {
+  using Tool = void(IPCB_Board*, IPCBGraphicalViewInterface*, TCoord, TCoord, TCoord, TCoord);
+  library.Find<Tool>(export_name)(board, ViewOf(board).Get(), RequiredNumber(parameters, u"Location1.x"),
+                                  RequiredNumber(parameters, u"Location1.y"),
+                                  RequiredNumber(parameters, u"Location2.x"),
+                                  RequiredNumber(parameters, u"Location2.y"));
+}
+
+void RunArrangeToRoom(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                      IParameterList* parameters) {
+  library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*, const std::u16string&)>(export_name)(
+      board, ViewOf(board).Get(), Required(parameters, u"RoomName"));
+}
+
+void RunArrangeToRoomRule(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                          IParameterList* parameters) {
+  const std::u16string name = Required(parameters, u"RoomName");
+  Ref<IPCB_Primitive> rule;
+  const auto rules = Probe<IPCB_Board3>(board);
+  if (rules && Failed(rules->GetState_RuleByName(name, rule))) rule = nullptr;
+  if (!library.Find<bool(IPCB_Board*, IPCBGraphicalViewInterface*, IPCB_Rule*)>(export_name)(
+          board, ViewOf(board).Get(), Probe<IPCB_Rule>(rule).Get()))
+    throw Failure(kExit_Failed, "there is no room \"" + Platform::ToUtf8(name) + "\"");
+}
+
+// The options are the board's, as the dialog's fields of the command line changed them.
+void RunRoomArrange(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                    IParameterList* parameters) {
+  Ref<IPCB_RoomArrangeOptions> options;
+  const auto rooms = Probe<IPCB_BoardRooms>(board);
+  if (rooms && Failed(rooms->GetState_RoomArrangeOptions(options))) options = nullptr;
+  for (const char* name : {"RowCount", "ColCount", "OriginX", "OriginY", "AutoSpacing", "SpacingX",
+                           "SpacingY", "MoveToGrid", "SortName", "Ascending"}) {
+    const std::string field = std::string("RoomArrange_") + name;
+    std::u16string value;
+    if (options && parameters && parameters->GetParameter(Platform::ToUtf16(field), value))
+      SetRoomArrangeField(*options.Get(), field, Platform::ToUtf8(value));
+  }
+  library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*, IPCB_RoomArrangeOptions*)>(export_name)(
+      board, ViewOf(board).Get(), options.Get());
+}
+
 constexpr std::array kToolVerbs{
     ToolVerb{"tear-drops", "Tools_TearDrops", "Teardrops",
              "Add teardrops to the board, or remove them; -D TeardropParam_FlagsEx=1000 and the like, or the "
@@ -29,12 +120,100 @@ constexpr std::array kToolVerbs{
              "Turn the selected free through-hole pads into vias", false, CallWithBoard},
     ToolVerb{"replace-selected-vias-with-pads", "Tools_ReplaceSelectedViasWithPads", "Pads and vias",
              "Turn the selected vias into free pads", false, CallWithBoard},
+    ToolVerb{"auto-place-align-left", "Tools_AutoPlaceAlignLeft", "Arranging",
+             "Line the selection up on its left edge", false, CallWithView},
+    ToolVerb{"auto-place-align-right", "Tools_AutoPlaceAlignRight", "Arranging",
+             "Line the selection up on its right edge", false, CallWithView},
+    ToolVerb{"auto-place-align-top", "Tools_AutoPlaceAlignTop", "Arranging",
+             "Line the selection up on its top edge", false, CallWithView},
+    ToolVerb{"auto-place-align-bottom", "Tools_AutoPlaceAlignBottom", "Arranging",
+             "Line the selection up on its bottom edge", false, CallWithView},
+    ToolVerb{"auto-place-align-left-side-by-side", "Tools_AutoPlaceAlignLeftSideBySide", "Arranging",
+             "Line the selection up on the left, each beside what is in its way", false, CallWithView},
+    ToolVerb{"auto-place-align-right-side-by-side", "Tools_AutoPlaceAlignRightSideBySide", "Arranging",
+             "Line the selection up on the right, each beside what is in its way", false, CallWithView},
+    ToolVerb{"auto-place-align-top-side-by-side", "Tools_AutoPlaceAlignTopSideBySide", "Arranging",
+             "Line the selection up at the top, each beside what is in its way", false, CallWithView},
+    ToolVerb{"auto-place-align-bottom-side-by-side", "Tools_AutoPlaceAlignBottomSideBySide", "Arranging",
+             "Line the selection up at the bottom, each beside what is in its way", false, CallWithView},
+    ToolVerb{"auto-place-centre-horiziontal", "Tools_AutoPlaceCentreHoriziontal", "Arranging",
+             "Centre the selection along x on an object that is picked", false, CallWithView, true},
+    ToolVerb{"auto-place-centre-vertical", "Tools_AutoPlaceCentreVertical", "Arranging",
+             "Centre the selection along y on an object that is picked", false, CallWithView, true},
+    ToolVerb{"auto-place-expand-x-comps", "Tools_AutoPlaceExpandXComps", "Arranging",
+             "Move the selection apart along x, a grid step further from group to group", false,
+             CallWithView},
+    ToolVerb{"auto-place-expand-y-comps", "Tools_AutoPlaceExpandYComps", "Arranging",
+             "Move the selection apart along y", false, CallWithView},
+    ToolVerb{"auto-place-contract-x-comps", "Tools_AutoPlaceContractXComps", "Arranging",
+             "Move the selection together along x", false, CallWithView},
+    ToolVerb{"auto-place-contract-y-comps", "Tools_AutoPlaceContractYComps", "Arranging",
+             "Move the selection together along y", false, CallWithView},
+    ToolVerb{"auto-place-spread-x-comps", "Tools_AutoPlaceSpreadXComps", "Arranging",
+             "Spread the selection along x in equal steps", false, CallWithView},
+    ToolVerb{"auto-place-spread-y-comps", "Tools_AutoPlaceSpreadYComps", "Arranging",
+             "Spread the selection along y in equal steps", false, CallWithView},
+    ToolVerb{"auto-place-run-dialog", "Tools_AutoPlaceRunDialog", "Arranging",
+             "Arrange the selection as the alignment dialog says; -D Alignment_Horizontal=left and the like",
+             true, CallWithView, true},
+    ToolVerb{"auto-place-to-rectangle", "Tools_AutoPlaceToRectangle", "Arranging",
+             "Pack the selected components into a rectangle: -D Location1.x, Location1.y, Location2.x, "
+             "Location2.y in units of 1/10000 mil, or picked",
+             true, CallWithViewAndParameters, true},
+    ToolVerb{"auto-place-to-room", "Tools_AutoPlaceToRoom", "Arranging",
+             "Pack the components of a room into it: -D RoomName=NAME, or picked", true,
+             CallWithViewAndParameters, true},
+    ToolVerb{"auto-place-outside-board", "Tools_AutoPlaceOutsideBoard", "Arranging",
+             "Pack the selected components above the board and to its right", false, CallWithView},
+    ToolVerb{"arrange-rooms", "Tools_ArrangeRooms", "Arranging",
+             "Lay the selected rooms out as the dialog says; -D RoomArrange_ColCount=3 and the like", true,
+             CallWithViewAndParameters, true},
+    ToolVerb{"run-arrange", "Tools_RunArrange", "Arranging",
+             "Arrange the selection by the number of a method: -D Method=4", true, RunArrange, true},
+    ToolVerb{"run-arrange-to-rectangle", "Tools_RunArrangeToRectangle", "Arranging",
+             "As auto-place-to-rectangle, with all four numbers given", true, RunArrangeToRectangle},
+    ToolVerb{"run-arrange-to-room", "Tools_RunArrangeToRoom", "Arranging",
+             "As auto-place-to-room, with -D RoomName=NAME given", true, RunArrangeToRoom},
+    ToolVerb{"run-arrange-to-room-rule", "Tools_RunArrangeToRoomRule", "Arranging",
+             "The same; fails when the rule of that name is no room", true, RunArrangeToRoomRule},
+    ToolVerb{"run-arrange-outside-board", "Tools_RunArrangeOutsideBoard", "Arranging",
+             "As auto-place-outside-board", false, CallWithView},
+    ToolVerb{"run-room-arrange", "Tools_RunRoomArrange", "Arranging",
+             "Lay the selected rooms out by -D RoomArrange_ColCount=3 and the like", true, RunRoomArrange},
+};
+
+constexpr std::array kSayings{
+    Saying{"align", "left", "auto-place-align-left"},
+    Saying{"align", "right", "auto-place-align-right"},
+    Saying{"align", "top", "auto-place-align-top"},
+    Saying{"align", "bottom", "auto-place-align-bottom"},
+    Saying{"align", "left-side-by-side", "auto-place-align-left-side-by-side"},
+    Saying{"align", "right-side-by-side", "auto-place-align-right-side-by-side"},
+    Saying{"align", "top-side-by-side", "auto-place-align-top-side-by-side"},
+    Saying{"align", "bottom-side-by-side", "auto-place-align-bottom-side-by-side"},
+    Saying{"center", "x", "auto-place-centre-horiziontal"},
+    Saying{"center", "y", "auto-place-centre-vertical"},
+    Saying{"expand", "x", "auto-place-expand-x-comps"},
+    Saying{"expand", "y", "auto-place-expand-y-comps"},
+    Saying{"contract", "x", "auto-place-contract-x-comps"},
+    Saying{"contract", "y", "auto-place-contract-y-comps"},
+    Saying{"spread", "x", "auto-place-spread-x-comps"},
+    Saying{"spread", "y", "auto-place-spread-y-comps"},
 };
 
 }  // namespace
 
 std::span<const ToolVerb> ToolVerbs() {
   return kToolVerbs;
+}
+
+std::span<const Saying> Sayings() {
+  return kSayings;
+}
+
+const ToolVerb& FindToolVerb(std::string_view verb) {
+  return *std::find_if(kToolVerbs.begin(), kToolVerbs.end(),
+                       [&](const ToolVerb& t) { return t.verb == verb; });
 }
 
 }  // namespace Ketril::Command

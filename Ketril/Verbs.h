@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
@@ -18,8 +19,18 @@ struct ToolVerb {
   // `parameters` is empty where none were given.
   void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
                IParameterList* parameters);
+  bool picks = false;  // asks the user for places
+};
+
+// What people say for a tool: `ketril align left` is `ketril auto-place-align-left`.
+struct Saying {
+  const char* verb;
+  const char* word;
+  const char* tool;
 };
 
 std::span<const ToolVerb> ToolVerbs();
+std::span<const Saying> Sayings();
+const ToolVerb& FindToolVerb(std::string_view verb);  // one that is there
 
 }  // namespace Ketril::Command

@@ -78,36 +78,90 @@ void AddLook(CLI::App& app, Options& options) {
   for (CLI::App* verb : {list, info, draw, check}) verb->group("Look at a board");
 }
 
+// What every verb that runs a tool takes.
+void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, bool picks) {
+  AddBoard(*verb, options);
+  verb->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
+  CLI::Option* output =
+      verb->add_option("-o,--output", options.output, "Where the changed board goes")->type_name("FILE");
+  CLI::Option* in_place =
+      verb->add_flag("--in-place", options.in_place, "Write the changed board over the given one");
+  CLI::Option* dry_run =
+      verb->add_flag("--dry-run", options.dry_run, "Tell what would change, write nothing");
+  output->excludes(in_place)->excludes(dry_run);
+  in_place->excludes(dry_run);
+  verb->add_option("--picture", options.picture,
+                   "A picture of the result, with what changed shown brightly (.svg)")
+      ->type_name("FILE");
+  if (picks) {
+    verb->add_option("--pick", options.picks,
+                     "A place to pick, X,Y as in the board file, or the name of a component or room; may be "
+                     "given again")
+        ->type_name("PLACE")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+  }
+  if (takes_parameters) {
+    verb->add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
+        ->type_name("NAME=VALUE")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+  }
+  verb->add_flag("-y,--yes", options.yes, "Answer every question with yes");
+  verb->add_option("--answers", options.answers, "Answers to questions, a line each: question = yes|no")
+      ->type_name("FILE");
+  verb->add_flag("--json", options.json, "The summary for programs to read");
+  AddUnits(*verb, options);
+}
+
 void AddTools(CLI::App& app, Options& options) {
   for (const ToolVerb& tool : ToolVerbs()) {
     CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
     verb->group(tool.group);
-    AddBoard(*verb, options);
-    verb->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
-    CLI::Option* output =
-        verb->add_option("-o,--output", options.output, "Where the changed board goes")->type_name("FILE");
-    CLI::Option* in_place =
-        verb->add_flag("--in-place", options.in_place, "Write the changed board over the given one");
-    CLI::Option* dry_run =
-        verb->add_flag("--dry-run", options.dry_run, "Tell what would change, write nothing");
-    output->excludes(in_place)->excludes(dry_run);
-    in_place->excludes(dry_run);
-    verb->add_option("--picture", options.picture,
-                     "A picture of the result, with what changed shown brightly (.svg)")
-        ->type_name("FILE");
-    if (tool.takes_parameters) {
-      verb->add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
-          ->type_name("NAME=VALUE")
-          ->expected(1)
-          ->take_all();
-    }
-    verb->add_flag("-y,--yes", options.yes, "Answer every question with yes");
-    verb->add_option("--answers", options.answers, "Answers to questions, a line each: question = yes|no")
-        ->type_name("FILE");
-    verb->add_flag("--json", options.json, "The summary for programs to read");
-    AddUnits(*verb, options);
+    AddToolOptions(verb, options, tool.takes_parameters, tool.picks);
     verb->callback([&tool, &options] { RunTool(tool, options); });
   }
+}
+
+// The verbs that people say: a word chooses the tool.
+void AddSayings(CLI::App& app, Options& options) {
+  static const std::map<std::string, const char*> kHelp{
+      {"align", "Line the selected components or objects up: left, right, top, bottom, or side by side"},
+      {"center", "Centre the selection along x or y on the object at --pick"},
+      {"expand", "Move the selection apart along x or y"},
+      {"contract", "Move the selection together along x or y"},
+      {"spread", "Spread the selection along x or y in equal steps"}};
+  for (const auto& [name, help] : kHelp) {
+    CLI::App* verb = app.add_subcommand(name, help);
+    verb->group("Arranging");
+    std::map<std::string, const ToolVerb*> tools;
+    std::vector<std::string> words;
+    for (const Saying& saying : Sayings()) {
+      if (name != saying.verb) continue;
+      tools[saying.word] = &FindToolVerb(saying.tool);
+      words.emplace_back(saying.word);
+    }
+    verb->add_option("HOW", options.word, "Which way")->required()->check(CLI::IsMember(words));
+    AddToolOptions(verb, options, false, name == "center");
+    verb->callback([tools, &options] { RunTool(*tools.at(options.word), options); });
+  }
+
+  CLI::App* arrange =
+      app.add_subcommand("arrange", "Pack components: into a room, into a box, beside the board");
+  arrange->group("Arranging");
+  AddToolOptions(arrange, options, false, false);
+  CLI::Option_group* where = arrange->add_option_group("Where to");
+  where->add_option("--into-room", options.into_room, "The room whose components are packed into it")
+      ->type_name("NAME");
+  where
+      ->add_option("--into", options.into,
+                   "The selected components into a box, X,Y,WIDTH,HEIGHT as in the board file")
+      ->type_name("BOX");
+  where->add_flag("--outside", options.outside, "The selected components above the board and to its right");
+  where->require_option(1);
+  arrange->callback([&options] { Arrange(options); });
 }
 
 int Main(int argc, char** argv) {
@@ -122,6 +176,7 @@ int Main(int argc, char** argv) {
   Options options;
   AddLook(app, options);
   AddTools(app, options);
+  AddSayings(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

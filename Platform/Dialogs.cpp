@@ -14,7 +14,24 @@ TDialogProvider& Provider() {
   return provider;
 }
 
+TStringEditProvider& StringEditProvider() {
+  static TStringEditProvider provider;
+  return provider;
+}
+
 }  // namespace
+
+void SetStringEditProvider(TStringEditProvider provider) {
+  StringEditProvider() = std::move(provider);
+}
+
+bool StringEditDialog(const std::u16string& caption, std::u16string& text) {
+  const TStringEditProvider provider = StringEditProvider();
+  std::u16string edited = text;
+  if (!provider || !provider(caption, edited)) return false;
+  text = edited;
+  return true;
+}
 
 void SetDialogProvider(TDialogProvider provider) {
   Provider() = std::move(provider);

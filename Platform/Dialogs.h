@@ -17,4 +17,10 @@ void SetDialogProvider(TDialogProvider provider);
 
 TDialogAnswer MessageDialog(const std::u16string& text, TDialogKind kind, TDialogButtons buttons);
 
+// The modal dialog that lets the user edit a text: false when he cancels, and the text stays as it was.
+// Without a provider every such dialog counts as cancelled.
+using TStringEditProvider = std::function<bool(const std::u16string& caption, std::u16string& text)>;
+void SetStringEditProvider(TStringEditProvider provider);
+bool StringEditDialog(const std::u16string& caption, std::u16string& text);
+
 }  // namespace Ketril::Platform

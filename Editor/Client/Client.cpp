@@ -1,5 +1,6 @@
 #include "Editor/Client/Client.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 #include <utility>
@@ -37,6 +38,33 @@ std::u16string WholeFileName(const std::u16string& path) {
   return std::filesystem::path(path).filename().u16string();
 }
 
+void* CurrentBoardHandle() {
+  const ClientSetup* const setup = InstalledSetup();
+  return setup ? setup->current_board : nullptr;
+}
+
+bool ChooseLocation(void*, const std::u16string& prompt, TCoord& x, TCoord& y) {
+  const ClientSetup* const setup = InstalledSetup();
+  const auto place = setup && setup->choose_location ? setup->choose_location(prompt) : std::nullopt;
+  if (!place) return false;
+  x = place->x;
+  y = place->y;
+  return true;
+}
+
+bool ChooseRectangle(void*, const std::u16string& first_prompt, const std::u16string& second_prompt,
+                     TCoord& x1, TCoord& y1, TCoord& x2, TCoord& y2) {
+  const ClientSetup* const setup = InstalledSetup();
+  const auto picked =
+      setup && setup->choose_rectangle ? setup->choose_rectangle(first_prompt, second_prompt) : std::nullopt;
+  if (!picked) return false;
+  x1 = std::min(picked->x1, picked->x2);
+  y1 = std::min(picked->y1, picked->y2);
+  x2 = std::max(picked->x1, picked->x2);
+  y2 = std::max(picked->y1, picked->y2);
+  return true;
+}
+
 void Install(Client* client) {
   installed_client = client;
   const ClientAPI_GetClient entry = client ? &GetInstalledClient : nullptr;
@@ -46,9 +74,16 @@ void Install(Client* client) {
   };
   install(kEntry_ForceFileNameExtension, &ForceExtension);
   install(kEntry_ExtractWholeFileName, &WholeFileName);
+  install(kEntry_GetCurrentBoardHandle, &CurrentBoardHandle);
+  install(kEntry_ChooseLocation, &ChooseLocation);
+  install(kEntry_ChooseRectangleByCorners, &ChooseRectangle);
 }
 
 }  // namespace
+
+const ClientSetup* InstalledSetup() {
+  return installed_client ? &installed_client->Setup() : nullptr;
+}
 
 Client::Client(ClientSetup setup)
     : setup_(std::move(setup)),

@@ -8,11 +8,17 @@
 
 #include "Editor/Client/OptionsStore.h"
 #include "Editor/Client/PcbServer.h"
+#include "Editor/Client/UIManager.h"
 
 namespace Ketril::Editor {
 
 // Answers a Yes/No question; empty when nobody answered, which the tools take for a No.
 using ConfirmProvider = std::function<std::optional<bool>(const std::u16string& text)>;
+
+// Lets the user pick a place, or two opposite corners in either order; empty when he cancels.
+using LocationPick = std::function<std::optional<TCoordPoint>(const std::u16string& prompt)>;
+using RectanglePick = std::function<std::optional<TCoordRect>(const std::u16string& first_prompt,
+                                                              const std::u16string& second_prompt)>;
 
 // What the embedder of the editor decides.
 struct ClientSetup {
@@ -22,12 +28,17 @@ struct ClientSetup {
   bool test_mode = false;
   TeardropDialog teardrop_dialog = {};  // null: the dialog counts as cancelled
   std::function<void(const std::filesystem::path& file)> open_document = {};  // null: nothing opens
+  BoardDialogs dialogs = {};
+  LocationPick choose_location = {};    // null: every pick is cancelled
+  RectanglePick choose_rectangle = {};  // likewise
+  void* current_board = nullptr;        // the handle of the board that the user sees
 };
 
 class Client final : public HostObject<IClient> {
  public:
   // Raises std::filesystem::filesystem_error when the options are there and cannot be read.
   explicit Client(ClientSetup setup);
+  const ClientSetup& Setup() const { return setup_; }
 
   // The server "PCB" is the only one.
   Status GetServerByName(const std::u16string& name, Ref<IInterface>& server) noexcept override;
@@ -47,6 +58,9 @@ class Client final : public HostObject<IClient> {
   const Ref<PcbServer> server_;
   Ref<IDialogService> dialogs_;
 };
+
+// Of the client that is installed; null when none is.
+const ClientSetup* InstalledSetup();
 
 // Makes a client known to the tools while it lives: what they ask the module "Ketril.dll" for is answered by
 // the client of the latest installation. Installations end in the reverse order of their begin.

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "Editor/HostCall.h"
+#include "Editor/Model/Board.h"
+#include "Editor/Model/HitTest.h"
 
 namespace Ketril::Editor {
 
@@ -17,6 +19,15 @@ Status View::UpdateWindows() noexcept {
 
 Status View::SetCurrentMode(TDisplay mode) noexcept {
   return HostCall("IPCBGraphicalViewInterface.SetCurrentMode", [&] { SetMode(mode); });
+}
+
+Status View::HitTest(TCoordPoint point, TObjectSet objects, IPCB_LayerSet* layers, TIterationMethod method,
+                     IPCB_HitFilter* filter, bool only_selected, Ref<IPCB_Primitive>& primitive) noexcept {
+  return HostCall("IPCBGraphicalViewInterface.HitTest", [&] {
+    HitOptions options{objects, LayerFilter(layers), method, filter, only_selected};
+    Primitive* const hit = board_ ? HitObject(*board_, point, options) : nullptr;
+    primitive = hit ? hit->AsInterface() : nullptr;
+  });
 }
 
 void View::Invalidate(const TCoordRect& area) {

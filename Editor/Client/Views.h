@@ -9,11 +9,19 @@
 
 namespace Ketril::Editor {
 
+class Board;
+
 class View final : public HostObject<IPCBGraphicalViewInterface> {
  public:
+  explicit View(Board* board = nullptr) : board_(board) {}
+  void LoseBoard() { board_ = nullptr; }
+
   Status GetState_ViewName(std::u16string& value) noexcept override;
   Status UpdateWindows() noexcept override;
   Status SetCurrentMode(TDisplay mode) noexcept override;
+  Status HitTest(TCoordPoint point, TObjectSet objects, IPCB_LayerSet* layers, TIterationMethod method,
+                 IPCB_HitFilter* filter, bool only_selected,
+                 Ref<IPCB_Primitive>& primitive) noexcept override;
 
   // An ordered area is to be drawn again.
   void Invalidate(const TCoordRect& area);
@@ -27,6 +35,7 @@ class View final : public HostObject<IPCBGraphicalViewInterface> {
   TDisplay Mode() const { return mode_; }
 
  private:
+  Board* board_;
   std::optional<TCoordRect> damage_;
   std::int64_t invalidations_ = 0;
   std::int64_t updates_ = 0;

@@ -84,6 +84,32 @@ void ReadProject(Board& board, const std::string& text) {
   for (const Ref<ObjectClass>& net_class : classes) board.Load(net_class.Get());
 }
 
+namespace {
+
+// {"channel": ["room", …]}
+void ReadChannels(Board& board, const Json& channels) {
+  for (const auto& [name, rooms] : channels.items()) {
+    const Ref<ObjectClass> channel = MakeHost<ObjectClass>();
+    channel->data.name = Platform::ToUtf16(name);
+    channel->data.member_kind = eClassMemberKind_DesignChannel;
+    for (const Json& room : rooms) channel->data.members.push_back(TextOf(room));
+    board.Load(channel.Get());
+  }
+}
+
+Json ChannelsOf(const Board& board) {
+  Json channels = Json::object();
+  board.objects.ForEach({eClassObject}, [&](const Primitive& object) {
+    const ObjectClassData& data = As<ObjectClass>(&object)->data;
+    if (data.member_kind != eClassMemberKind_DesignChannel) return;
+    Json& rooms = channels[Platform::ToUtf8(data.name)] = Json::array();
+    for (const std::u16string& room : data.members) rooms.push_back(Platform::ToUtf8(room));
+  });
+  return channels;
+}
+
+}  // namespace
+
 void ReadExtras(Board& board, const std::string& text) {
   const Json extras = Json::parse(text);
   if (!extras.is_object() || extras.value("version", 0) != 1) {
@@ -113,6 +139,7 @@ void ReadExtras(Board& board, const std::string& text) {
     const auto object = objects.find(id.get_ref<const std::string&>());
     if (object != objects.end()) object->second->Set(kFlag_TearDrop, true);
   }
+  ReadChannels(board, PartOf(extras, "channels"));
 }
 
 std::string ExtrasText(const Board& board) {
@@ -139,6 +166,7 @@ std::string ExtrasText(const Board& board) {
   put("rules", std::move(rules));
   put("unions", std::move(unions));
   put("teardrops", std::move(teardrops));
+  put("channels", ChannelsOf(board));
   extras.erase("version");
   if (extras.empty()) return {};
   extras["version"] = 1;

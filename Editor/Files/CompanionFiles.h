@@ -16,9 +16,9 @@ std::filesystem::path ExtrasPath(const std::filesystem::path& board);
 // Of a project the least hole clearance and the net classes: of each name, lists of nets (version 20211014),
 // patterns with * and ? (since 20221018) and assignments (since 20241229) make the members.
 void ReadProject(Board& board, const std::string& text);
-// {"version": 1, "rules": [...], "unions": {"identifier": index}, "teardrops": ["identifier"]}; rules as
-// Editor/Files/RulesJson.h tells. Identifiers that the board does not have are passed over; what else is in
-// it stays in it.
+// {"version": 1, "rules": [...], "unions": {"identifier": index}, "teardrops": ["identifier"],
+// "channels": {"channel": ["room"]}}; rules as Editor/Files/RulesJson.h tells, channels are design channels.
+// Identifiers that the board does not have are passed over; what else is in it stays in it.
 void ReadExtras(Board& board, const std::string& text);
 // Empty when there is nothing to tell.
 std::string ExtrasText(const Board& board);

@@ -41,6 +41,7 @@ Board::Board()
 
 Board::~Board() {
   iterators_->board = nullptr;
+  view->LoseBoard();
   for (Primitive* primitive : tried_) primitive->board = nullptr;
   objects.ForEach(TObjectSet::All(), [](Primitive& primitive) { primitive.LoseBoard(); });
   board = nullptr;

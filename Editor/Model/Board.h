@@ -8,12 +8,14 @@
 #include <vector>
 
 #include "Editor/Client/Progress.h"
+#include "Editor/Client/UIManager.h"
 #include "Editor/Client/Views.h"
 #include "Editor/Model/Copper.h"
 #include "Editor/Model/Groups.h"
 #include "Editor/Model/Iterators.h"
 #include "Editor/Model/Journal.h"
 #include "Editor/Model/Records.h"
+#include "Editor/Model/Rooms.h"
 #include "Editor/Model/SpatialIndex.h"
 #include "Editor/Model/Warehouse.h"
 
@@ -57,8 +59,8 @@ struct BoardText {
 
 // Lives as long as somebody holds it. When it dies, objects that are still held stay as they are, on no
 // board.
-class Board final
-    : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure, IPCB_BoardMessages> {
+class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure,
+                                           IPCB_BoardMessages, IPCB_BoardRooms> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
   struct Data {};
@@ -73,7 +75,7 @@ class Board final
   Warehouse objects;
   SpatialIndex index{objects};
   Journal journal{*this};
-  const Ref<View> view{MakeHost<View>()};
+  const Ref<View> view{MakeHost<View>(this)};
   const Ref<Progress> progress{MakeHost<Progress>()};
 
   Board();
@@ -176,8 +178,17 @@ class Board final
   // Checks clearances on the board as it is; good until the board changes.
   ClearanceChecker& Clearances();
   KETRIL_HOST_READ(IPCB_Board3, Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions, placer_options_)
-  // Empty: the dialogs of this editor are no objects of a board.
-  KETRIL_HOST_READ(IPCB_Board3, Ref<IUIManager>, UIManager, nullptr)
+  KETRIL_HOST_READ(IPCB_Board3, Ref<IUIManager>, UIManager, dialogs_)
+
+  KETRIL_HOST_METHOD(IPCB_BoardRooms, CreateGroup, (Ref<IPCB_Group2> & group),
+                     void(group = MakeHost<LooseGroup>()))
+  KETRIL_HOST_METHOD(IPCB_BoardRooms, GetState_RoomContents,
+                     (bool only_selected, bool by_scope, IPCB_ConfinementConstraint* room,
+                      IInterfaceList* components, IInterfaceList* others, IInterfaceList* free_objects,
+                      IInterfaceList* unions, bool unions_apart, bool),
+                     TellRoomContents(*this, room, by_scope, only_selected, unions_apart, components, others,
+                                      free_objects, unions))
+  KETRIL_HOST_READ(IPCB_BoardRooms, Ref<IPCB_RoomArrangeOptions>, RoomArrangeOptions, room_options_)
 
   Status GetState_Area(double& value) noexcept override;
   Status GetState_CopperBodyList(Ref<IPCB_CopperBodyList>& value) noexcept override;
@@ -199,6 +210,8 @@ class Board final
   std::shared_ptr<IteratorLedger> iterators_;
   Ref<IPCBGraphicalViewStateInterface> view_state_{MakeHost<ViewState>()};
   Ref<IPCB_AdvancedPlacerOptions> placer_options_;
+  const Ref<IUIManager> dialogs_{MakeHost<UIManager>()};
+  const Ref<IPCB_RoomArrangeOptions> room_options_{MakeHost<Editor::RoomArrangeOptions>()};
   std::unordered_set<Primitive*> tried_;
   mutable std::vector<Primitive*> selected_;
   mutable bool selection_known_ = false;

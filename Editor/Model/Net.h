@@ -47,6 +47,8 @@ class Net final : public GroupObject<Net, IPCB_Net2> {
   KETRIL_HOST_READ(IPCB_Primitive, Ref<IPCB_Net>, LogicalNet, this)
   KETRIL_HOST_PROPERTY(IPCB_Net, std::u16string, Name, data.name)
   KETRIL_HOST_READ(IPCB_Net2, double, RoutedLength, RoutedLength())
+  // Lengths and boxes are worked out when they are asked for: only the index holds places.
+  KETRIL_HOST_METHOD(IPCB_Net2, UpdateNet, (), ForEach([](Primitive& primitive) { primitive.AfterWrite(); }))
 
  private:
   friend class Primitive;

@@ -38,8 +38,10 @@ bool ObjectClass::HasMember(const std::u16string& name) const {
 }
 
 bool ObjectClass::HasMember(const Primitive& object) const {
-  static constexpr TObjectId kKinds[] = {eNetObject, eComponentObject, eFromToObject, ePadObject, eNoObject};
-  const TObjectId wanted = data.member_kind <= eClassMemberKind_Layer ? kKinds[data.member_kind] : eNoObject;
+  static constexpr TObjectId kKinds[] = {eNetObject, eComponentObject, eFromToObject,
+                                         ePadObject, eNoObject,        eRuleObject};
+  const TObjectId wanted =
+      data.member_kind <= eClassMemberKind_DesignChannel ? kKinds[data.member_kind] : eNoObject;
   return wanted != eNoObject && object.kind == wanted && HasMember(object.Identifier());
 }
 

@@ -49,7 +49,7 @@ struct RegionData {
   friend bool operator==(const RegionData&, const RegionData&) = default;
 };
 
-class Text final : public PrimitiveObject<Text, Primitive, IPCB_Text2> {
+class Text final : public PrimitiveObject<Text, Primitive, IPCB_Text3> {
  public:
   static constexpr TObjectId kKind = eTextObject;
   TextData data;
@@ -76,6 +76,8 @@ class Text final : public PrimitiveObject<Text, Primitive, IPCB_Text2> {
   KETRIL_HOST_PAIR(IPCB_Text, TCoord, Size, data.size, Write([&] { SetSize(value); }))
   KETRIL_HOST_PROPERTY(IPCB_Text, TCoord, Width, data.width)
   KETRIL_HOST_PROPERTY(IPCB_Text2, std::u16string, String, data.string)
+  KETRIL_HOST_READ(IPCB_Text3, TCoordRect, TextRectangle, Bounds())
+  KETRIL_HOST_READ(IPCB_Text3, TCoordPoint, TextReference, data.anchor)
 
  private:
   void SetSize(TCoord size);  // the width of the letters follows

@@ -172,6 +172,10 @@ class Painter {
       board_.objects.ForEach({eTrackObject, eArcObject, ePadObject, eViaObject, eRegionObject, eFillObject},
                              [&](Primitive& object) { add(object.Bounds()); });
     }
+    for (const Ghost& ghost : options_.ghosts) {
+      add(ghost.from);
+      add(ghost.to);
+    }
     if (box.x1 > box.x2) return {0, 0, 3937008, 3937008};
     const auto limit = [](std::int64_t v) {
       return static_cast<TCoord>(std::clamp<std::int64_t>(v, -2147483647, 2147483647));
@@ -218,8 +222,32 @@ class Painter {
       }
     }
     if (!through_drawn) PutThrough(svg);
+    PutGhosts(svg);
     svg << "</svg>\n";
     return svg.Take();
+  }
+
+  void PutGhosts(Svg& svg) const {
+    if (options_.ghosts.empty()) return;
+    svg << "<defs><marker id=\"tip\" orient=\"auto\" refX=\"4\" refY=\"2\" markerWidth=\"5\" "
+           "markerHeight=\"4\">"
+           "<path fill=\""
+        << kHighlight << "\" d=\"M0,0L4,2L0,4Z\"/></marker></defs>\n<g fill=\"none\" stroke=\"" << kHighlight
+        << "\" stroke-width=\"0.1\">\n";
+    for (const Ghost& ghost : options_.ghosts) {
+      const TCoordRect& box = ghost.from;
+      const auto middle = [&](const TCoordRect& r) {
+        svg << Mm((double(r.x1) + r.x2) / 2) << "," << Mm(-(double(r.y1) + r.y2) / 2);
+      };
+      svg << "<path stroke-dasharray=\"0.4 0.3\" d=\"M" << At{{box.x1, box.y1}} << "L" << At{{box.x2, box.y1}}
+          << "L" << At{{box.x2, box.y2}} << "L" << At{{box.x1, box.y2}}
+          << "Z\"/>\n<path marker-end=\"url(#tip)\" d=\"M";
+      middle(ghost.from);
+      svg << "L";
+      middle(ghost.to);
+      svg << "\"/>\n";
+    }
+    svg << "</g>\n";
   }
 
   void PutThrough(Svg& svg) {

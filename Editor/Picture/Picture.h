@@ -10,12 +10,18 @@
 
 namespace Ketril::Editor {
 
+// A thing that moved: the box where it was is drawn dashed, with an arrow to where it is.
+struct Ghost {
+  TCoordRect from, to;
+};
+
 struct PictureOptions {
   std::vector<TV7_Layer> layers;  // to show; empty: copper, silkscreen and the board's edge
   // The part of the board to show; without it the whole board with a margin. Units, y up.
   std::optional<TCoordRect> around;
   // Objects to show brightly, with everything else dimmed; none when empty.
   std::function<bool(const Primitive&)> highlight;
+  std::vector<Ghost> ghosts;  // the picture is as large as to show them
 };
 
 // UTF-8. An empty board gives an empty picture of 10 by 10 mm.

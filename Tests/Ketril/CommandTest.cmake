@@ -1,5 +1,6 @@
 # Runs the command as a person would and compares exit status, output and files. Arguments: KETRIL, SAMPLE,
 # WORK.
+cmake_policy(SET CMP0007 NEW)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 
@@ -38,6 +39,31 @@ expect(0 "2 vias added" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" 
 expect_same_file(${SAMPLE} ${WORK}/board.kicad_pcb)
 expect(0 "2 vias added" ${vias} ${WORK}/board.kicad_pcb --select "pad and free" --in-place)
 expect(0 "Via +12" info ${WORK}/board.kicad_pcb)
+
+# Components move, and of the file only the lines that say where they are.
+set(rc "component and name:R*")
+expect(0 "R1 \\(.*\\) -> " align left ${SAMPLE} --select ${rc} -o ${WORK}/aligned.kicad_pcb --picture ${WORK}/aligned.svg)
+file(STRINGS ${SAMPLE} before)
+file(STRINGS ${WORK}/aligned.kicad_pcb after)
+foreach(line IN LISTS after)
+  list(FIND before "${line}" found)
+  if(found EQUAL -1 AND NOT line MATCHES "\\(at ")
+    message(SEND_ERROR "aligning changed another line: ${line}")
+  endif()
+endforeach()
+file(READ ${WORK}/aligned.svg picture)
+if(NOT picture MATCHES "marker-end")
+  message(SEND_ERROR "the picture shows no arrows")
+endif()
+expect(0 "\"moved\"" spread y ${SAMPLE} --select "component" --json --dry-run)
+expect(0 "component" center x ${SAMPLE} --select ${rc} --pick R1 --dry-run)
+expect(0 "nothing changed" align top ${SAMPLE} --dry-run)
+expect(0 "nobody answered \"Select a Primitive\"" center y ${SAMPLE} --select ${rc} --dry-run)
+expect(0 "component" arrange --outside ${SAMPLE} --select ${rc} --dry-run)
+expect(0 "component" arrange --into 100,100,30,30 ${SAMPLE} --select ${rc} --dry-run)
+expect(2 "no dialog has" auto-place-run-dialog -D Alignment_Vertical=left ${SAMPLE} --dry-run)
+expect(2 "is no place" center x ${SAMPLE} --pick nowhere --dry-run)
+expect(1 "no room \"attic\"" arrange --into-room attic ${SAMPLE} --dry-run)
 
 # What is wrong is said, with the exit status of its kind, and nothing is written.
 expect(2 "where shall the changed board go" ${vias} ${SAMPLE})

@@ -1,5 +1,8 @@
 // The table of exports: each function that the editor finds by name, the frame that it runs in, and the tool.
+#include "DLLs/Tools/Frame/PrimitivesFactory.h"
+#include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "DLLs/Tools/Frame/ToolFrame.h"
+#include "DLLs/Tools/Placement/AlignTool.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
 #include "Interfaces/Tools.h"
@@ -26,6 +29,100 @@ void Tools_RemoveTearDropsOnSelected(IPCB_Board* ABoard) {
 }
 void Tools_RemoveDropsViolation(IPCB_Board* ABoard) {
   RunTool<kStandard>(RemoveDropsViolation, ABoard);
+}
+
+void Tools_RunArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, TArrangerMethod AMethod) {
+  RunTool<kStandard>(ArrangeSelection, ABoard, AView, AMethod);
+}
+void Tools_AutoPlaceAlignLeft(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeLeft);
+}
+void Tools_AutoPlaceAlignRight(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeRight);
+}
+void Tools_AutoPlaceAlignTop(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeTop);
+}
+void Tools_AutoPlaceAlignBottom(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeBottom);
+}
+void Tools_AutoPlaceAlignLeftSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeLeftSideBySide);
+}
+void Tools_AutoPlaceAlignRightSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeRightSideBySide);
+}
+void Tools_AutoPlaceAlignTopSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeTopSideBySide);
+}
+void Tools_AutoPlaceAlignBottomSideBySide(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeBottomSideBySide);
+}
+void Tools_AutoPlaceCentreHoriziontal(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeHorCenter);
+}
+void Tools_AutoPlaceCentreVertical(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeVertCenter);
+}
+void Tools_AutoPlaceExpandXComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeExpandX);
+}
+void Tools_AutoPlaceExpandYComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeExpandY);
+}
+void Tools_AutoPlaceContractXComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeContractX);
+}
+void Tools_AutoPlaceContractYComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeContractY);
+}
+void Tools_AutoPlaceSpreadXComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeSpreadX);
+}
+void Tools_AutoPlaceSpreadYComps(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceSelection, ABoard, AView, eArrangeSpreadY);
+}
+void Tools_AutoPlaceRunDialog(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceRunDialog, ABoard, AView);
+}
+
+void Tools_RunArrangeToRectangle(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, TCoord ALowX,
+                                 TCoord ALowY, TCoord AHighX, TCoord AHighY) {
+  RunTool<kStandard>(ArrangeSelectionToRectangle, ABoard, AView, ALowX, ALowY, AHighX, AHighY);
+}
+void Tools_RunArrangeToRoom(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                            const std::u16string& ARoomName) {
+  RunTool<kStandard>(ArrangeToRoomByName, ABoard, AView, ARoomName);
+}
+bool Tools_RunArrangeToRoomRule(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IPCB_Rule* ARoom) {
+  const auto arrange = [](TBoard* board, IPCBGraphicalViewInterface* view, IPCB_Rule* room) {
+    return ArrangeToRoom(board, view, CheckedCast<TRule>(CreatePrimitiveWrapper(Ref<IPCB_Primitive>(room))));
+  };
+  return RunTool<kStandard>(arrange, ABoard, AView, ARoom);
+}
+void Tools_RunArrangeOutsideBoard(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(ArrangeOutsideBoard, ABoard, AView);
+}
+void Tools_AutoPlaceToRectangle(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                                IParameterList* AParameters) {
+  RunTool<kStandard>(AutoPlaceToRectangle, ABoard, AView, AParameters);
+}
+void Tools_AutoPlaceToRoom(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                           IParameterList* AParameters) {
+  RunTool<kStandard>(AutoPlaceToRoom, ABoard, AView, AParameters);
+}
+void Tools_AutoPlaceOutsideBoard(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(AutoPlaceOutsideBoard, ABoard, AView);
+}
+void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
+                          IPCB_RoomArrangeOptions* AOptions) {
+  const auto arrange = [](TBoard* board, IPCBGraphicalViewInterface* view, IPCB_RoomArrangeOptions* options) {
+    ArrangeRooms(board, view, ReadRoomAlignParameters(options));
+  };
+  RunTool<kStandard>(arrange, ABoard, AView, AOptions);
+}
+void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList*) {
+  RunTool<kStandard>(AutoPlaceRooms, ABoard, AView);
 }
 
 }  // namespace Ketril

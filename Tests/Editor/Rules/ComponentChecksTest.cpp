@@ -66,10 +66,13 @@ TEST(ComponentRules, FromTheFileToTheViolations) {
 
 TEST(RulesJson, KeepsWhatItDoesNotKnowAndTellsWhatIsWrong) {
   const Ref<Board> board = BoardFromText("track 0,0 100,0 w10 top net A");
-  ReadExtras(*board, R"({"version": 1, "mine": [1], "rules": [{"kind": "clearance", "gap": 0.3,
+  ReadExtras(
+      *board,
+      R"({"version": 1, "mine": [1], "channels": {"Left": ["A", "B"]}, "rules": [{"kind": "clearance", "gap": 0.3,
       "net_scope": "any-net", "comment": "x", "gaps": {"smd-pad-via": 0.5, "cutout-edge-smd-pad": 0.25}}]})");
   const auto text = nlohmann::json::parse(ExtrasText(*board));
   EXPECT_EQ(text["mine"], nlohmann::json::array({1}));
+  EXPECT_EQ(text["channels"].dump(), R"({"Left":["A","B"]})");
   EXPECT_EQ(text["rules"][0]["gaps"].dump(), R"({"smd-pad-cutout-edge":0.25,"smd-pad-via":0.5})");
   EXPECT_EQ(text["rules"][0]["net_scope"], "any-net");
   for (const auto& [rule, message] : {

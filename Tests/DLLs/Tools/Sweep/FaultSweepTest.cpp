@@ -2,8 +2,11 @@
 // failure a few calls later: whatever fails, the exception reaches the caller and nothing is left open.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <ostream>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "DLLs/Tools/Frame/ObjectScope.h"
@@ -11,6 +14,7 @@
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
 #include "Editor/HostCall.h"
+#include "Editor/Rules/Rule.h"
 #include "Interfaces/Tools.h"
 #include "Platform/Messages.h"
 #include "Tests/Support/BoardFromText.h"
@@ -48,7 +52,96 @@ void TeardropOptions(IPCB_Board* board) {
   Tools_GetCurrentTeardropOptions(board);
 }
 
+Ref<IPCBGraphicalViewInterface> ViewOf(IPCB_Board* board) {
+  return Ref<IPCBGraphicalViewInterface>(dynamic_cast<Editor::Board&>(*board).view.Get());
+}
+
+template <auto tool, auto... arguments>
+void WithView(IPCB_Board* board) {
+  tool(board, ViewOf(board).Get(), arguments...);
+}
+
+template <auto tool>
+void ByPick(IPCB_Board* board) {
+  tool(board, ViewOf(board).Get(), nullptr);
+}
+
+Editor::Rule& PutRoom(Editor::Board& board) {
+  const Ref<Editor::Rule> room = Editor::MakeRule(eRule_ConfinementConstraint);
+  room->data.name = u"Room";
+  room->data.scope1 = u"component";
+  room->data.region.points = {{0, 0}, {9000000, 0}, {9000000, 4000000}, {0, 4000000}};
+  room->Set(Editor::kFlag_Selected, true);
+  const Ref<Editor::ObjectClass> channel = Editor::MakeHost<Editor::ObjectClass>();
+  channel->data = {u"Channel", eClassMemberKind_DesignChannel, {u"Room"}, {}, {}};
+  board.Load(channel.Get());
+  board.Load(room.Get());
+  return *room.Get();
+}
+
+template <auto tool>
+void OnRoom(IPCB_Board* board) {
+  Editor::Rule& room = PutRoom(dynamic_cast<Editor::Board&>(*board));
+  const auto options = Editor::MakeHost<Editor::RoomArrangeOptions>();
+  if (Failed(options->SetState_MoveToGrid(true))) throw std::runtime_error("the options failed");
+  if constexpr (std::is_same_v<decltype(tool), decltype(&Tools_RunRoomArrange)>)
+    tool(board, ViewOf(board).Get(), options.Get());
+  else if constexpr (std::is_same_v<decltype(tool), decltype(&Tools_RunArrangeToRoom)>)
+    tool(board, ViewOf(board).Get(), u"Room");
+  else if constexpr (std::is_same_v<decltype(tool), decltype(&Tools_RunArrangeToRoomRule)>)
+    tool(board, ViewOf(board).Get(), Probe<IPCB_Rule>(room.AsInterface()).Get());
+  else
+    tool(board, ViewOf(board).Get(), nullptr);
+}
+
+std::int32_t picks = 0;  // of this run: the user cancels after a few
+
+Editor::ClientSetup UserWithPicks() {
+  Editor::ClientSetup setup;
+  setup.choose_location = [](const std::u16string&) -> std::optional<TCoordPoint> {
+    if (++picks > 1) return std::nullopt;
+    return TCoordPoint{5000000, 3000000};
+  };
+  setup.choose_rectangle = [](const std::u16string&, const std::u16string&) -> std::optional<TCoordRect> {
+    if (++picks > 1) return std::nullopt;
+    return TCoordRect{0, 0, 9000000, 9000000};
+  };
+  setup.dialogs.alignment = [](Editor::AlignmentAnswer& answer) {
+    answer = {eArrangeLeft, eArrangeSpreadY, true};
+    return true;
+  };
+  setup.dialogs.room_arrange = [](IPCB_RoomArrangeOptions&) { return true; };
+  return setup;
+}
+
 const SweptExport kExports[] = {
+    {"AutoPlaceAlignLeft", WithView<Tools_AutoPlaceAlignLeft>},
+    {"AutoPlaceAlignRight", WithView<Tools_AutoPlaceAlignRight>},
+    {"AutoPlaceAlignTop", WithView<Tools_AutoPlaceAlignTop>},
+    {"AutoPlaceAlignBottom", WithView<Tools_AutoPlaceAlignBottom>},
+    {"AutoPlaceAlignLeftSideBySide", WithView<Tools_AutoPlaceAlignLeftSideBySide>},
+    {"AutoPlaceAlignRightSideBySide", WithView<Tools_AutoPlaceAlignRightSideBySide>},
+    {"AutoPlaceAlignTopSideBySide", WithView<Tools_AutoPlaceAlignTopSideBySide>},
+    {"AutoPlaceAlignBottomSideBySide", WithView<Tools_AutoPlaceAlignBottomSideBySide>},
+    {"AutoPlaceCentreHoriziontal", WithView<Tools_AutoPlaceCentreHoriziontal>},
+    {"AutoPlaceCentreVertical", WithView<Tools_AutoPlaceCentreVertical>},
+    {"AutoPlaceExpandXComps", WithView<Tools_AutoPlaceExpandXComps>},
+    {"AutoPlaceExpandYComps", WithView<Tools_AutoPlaceExpandYComps>},
+    {"AutoPlaceContractXComps", WithView<Tools_AutoPlaceContractXComps>},
+    {"AutoPlaceContractYComps", WithView<Tools_AutoPlaceContractYComps>},
+    {"AutoPlaceSpreadXComps", WithView<Tools_AutoPlaceSpreadXComps>},
+    {"AutoPlaceSpreadYComps", WithView<Tools_AutoPlaceSpreadYComps>},
+    {"AutoPlaceRunDialog", WithView<Tools_AutoPlaceRunDialog>},
+    {"AutoPlaceOutsideBoard", WithView<Tools_AutoPlaceOutsideBoard>},
+    {"AutoPlaceToRectangle", ByPick<Tools_AutoPlaceToRectangle>},
+    {"AutoPlaceToRoom", OnRoom<&Tools_AutoPlaceToRoom>},
+    {"ArrangeRooms", OnRoom<&Tools_ArrangeRooms>},
+    {"RunRoomArrange", OnRoom<&Tools_RunRoomArrange>},
+    {"RunArrangeToRoom", OnRoom<&Tools_RunArrangeToRoom>},
+    {"RunArrangeToRoomRule", OnRoom<&Tools_RunArrangeToRoomRule>},
+    {"RunArrange", WithView<Tools_RunArrange, eArrangeMoveToGrid>},
+    {"RunArrangeToRectangle", WithView<Tools_RunArrangeToRectangle, 0, 0, 9000000, 9000000>},
+    {"RunArrangeOutsideBoard", WithView<Tools_RunArrangeOutsideBoard>},
     {"TearDrops", AddTeardrops},
     {"TearDropsByDialog", TeardropsByDialog},
     {"GetCurrentTeardropOptions", TeardropOptions},
@@ -115,6 +208,7 @@ class FaultSweep : public testing::TestWithParam<SweptExport> {
     {
       const Ref<Editor::Board> board = Tests::BoardFromText(kBoard);
       bool raised = false;
+      picks = 0;
       HostGate::Arm(true, k, second);
       try {
         GetParam().run(board.Get());
@@ -141,7 +235,7 @@ class FaultSweep : public testing::TestWithParam<SweptExport> {
   }
 
  private:
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(Editor::ClientSetup{})};
+  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(UserWithPicks())};
 };
 
 TEST_P(FaultSweep, EveryCall) {

@@ -1,0 +1,33 @@
+// The dialogs of a board's commands, as the embedder of the editor shows them.
+#pragma once
+
+#include <functional>
+
+#include "Editor/HostObject.h"
+#include "Interfaces/Board.h"
+
+namespace Ketril::Editor {
+
+// What the user chose along x, along y, and whether the selection goes to the grid.
+struct AlignmentAnswer {
+  TArrangerMethod horizontal = eArrangeNoChangeX;
+  TArrangerMethod vertical = eArrangeNoChangeY;
+  bool move_to_grid = false;
+};
+
+// Each gives false, or is null, when the user cancels.
+struct BoardDialogs {
+  std::function<bool(AlignmentAnswer& answer)> alignment = {};
+  std::function<bool(IPCB_RoomArrangeOptions& options)> room_arrange = {};
+};
+
+// Asks the dialogs of the client that is installed at the moment of the question.
+class UIManager final : public HostObject<IUIManager> {
+ public:
+  Status AlignmentDialog(TArrangerMethod& horizontal, TArrangerMethod& vertical,
+                         bool& move_to_grid) noexcept override;
+  Status RoomArrangeDialog(IPCB_Board* board, IPCB_RoomArrangeOptions* options,
+                           bool& confirmed) noexcept override;
+};
+
+}  // namespace Ketril::Editor
