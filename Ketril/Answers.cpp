@@ -8,6 +8,7 @@
 #include "Editor/Model/Rooms.h"
 #include "Editor/Selection/Selection.h"
 #include "Ketril/Exit.h"
+#include "Ketril/Interrupts.h"
 #include "Ketril/PlacementDialogs.h"
 #include "Ketril/TeardropDialog.h"
 #include "Platform/Text.h"
@@ -17,6 +18,8 @@ namespace Ketril::Command {
 namespace {
 
 using Platform::TDialogAnswer;
+
+constexpr std::u16string_view kAbortQuestion = u"Confirm Abort Process";
 
 std::optional<bool> YesOrNo(std::u16string_view word) {
   const std::u16string_view trimmed = Platform::Trim(word);
@@ -80,16 +83,26 @@ TDialogAnswer Answers::Answer(const std::u16string& text, Platform::TDialogKind,
     out_ << shown << "\n";
     return TDialogAnswer::Ok;
   }
+  const TDialogAnswer answer = YesOrNoAnswer(text);
+  if (text == kAbortQuestion) {
+    aborted_ =
+        answer == TDialogAnswer::Yes || (answer == TDialogAnswer::Cancelled && EscapeOnInterrupt::Pressed());
+    return aborted_ ? TDialogAnswer::Yes : answer;
+  }
+  if (answer == TDialogAnswer::Cancelled) unanswered_.push_back(shown);
+  return answer;
+}
+
+TDialogAnswer Answers::YesOrNoAnswer(const std::u16string& text) {
   if (always_yes_) return TDialogAnswer::Yes;
   for (const auto& [pattern, yes] : lines_) {
     if (Editor::MatchesPattern(text, pattern)) return yes ? TDialogAnswer::Yes : TDialogAnswer::No;
   }
   std::string line;
-  while (in_ && out_ << shown << " [yes/no] " << std::flush && std::getline(*in_, line)) {
+  while (in_ && out_ << Platform::ToUtf8(text) << " [yes/no] " << std::flush && std::getline(*in_, line)) {
     if (const auto answer = YesOrNo(Platform::ToUtf16(line)))
       return *answer ? TDialogAnswer::Yes : TDialogAnswer::No;
   }
-  unanswered_.push_back(shown);
   return TDialogAnswer::Cancelled;
 }
 

@@ -3,7 +3,8 @@
 // told.
 //
 // An answers file has a line for each question, `question = answer`; * in the question stands for any
-// characters, the first line that fits holds, and lines that start with # are for people:
+// characters, the first line that fits holds, and lines that start with # are for people. "Confirm Abort
+// Process" comes after Ctrl-C; when nobody answers it, Ctrl-C is the answer.
 //
 //   # clear the board in one go
 //   Confirm Abort Process = no
@@ -59,10 +60,14 @@ class Answers {
   bool AlignmentDialog(Editor::AlignmentAnswer& answer);
   bool RoomArrangeDialog(IPCB_RoomArrangeOptions& options);
 
+  // The user stopped the tool.
+  bool Aborted() const { return aborted_; }
   // Questions that nobody answered, in the order in which they came.
   const std::vector<std::string>& Unanswered() const { return unanswered_; }
 
  private:
+  Platform::TDialogAnswer YesOrNoAnswer(const std::u16string& text);
+
   bool always_yes_;
   std::istream* in_;
   std::ostream& out_;
@@ -74,6 +79,7 @@ class Answers {
   std::vector<TCoordPoint> picks_;
   std::size_t used_picks_ = 0;
   bool picked_ = false;
+  bool aborted_ = false;
   std::vector<std::string> unanswered_;
 };
 

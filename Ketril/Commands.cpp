@@ -20,6 +20,7 @@
 #include "Ketril/Answers.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Info.h"
+#include "Ketril/Interrupts.h"
 #include "Ketril/Moves.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
@@ -126,7 +127,8 @@ void DrawResult(const Options& options, Board& board, const std::vector<Editor::
   std::set<const Primitive*> changed;
   for (const Editor::Change& change : changes) changed.insert(change.object.Get());
   Editor::PictureOptions look;
-  if (!changed.empty()) look.highlight = [&](const Primitive& object) { return changed.contains(&object); };
+  if (!changed.empty())
+    look.highlight = [&](const Primitive& object, const Board&) { return changed.contains(&object); };
   for (const Move& move : moves) look.ghosts.push_back({move.from_box, move.to_box});
   WriteOut(options.picture, Editor::DrawSvg(board, look));
 }
@@ -144,6 +146,41 @@ Ref<IParameterList> ParametersOf(const Options& options) {
   return Ref<IParameterList>(list.Get());
 }
 
+// The folder of what a tool writes beside its board, as reports: --report-dir, else that of the changed
+// board; with nothing to be written, a folder of its own that goes with the object.
+class ReportFolder {
+ public:
+  ReportFolder(const Options& options, const std::string& destination) {
+    std::error_code error;
+    if (!options.report_dir.empty()) {
+      folder_ = options.report_dir;
+      std::filesystem::create_directories(folder_, error);
+      if (!std::filesystem::is_directory(folder_))
+        throw Failure(kExit_Usage,
+                      "--report-dir: " + options.report_dir + " is no folder: " + error.message());
+    } else if (!destination.empty()) {
+      folder_ = std::filesystem::path(destination).parent_path();
+    } else {
+      folder_ = Platform::MakeTempFile("ketril-dry-run-");
+      std::filesystem::remove(folder_);
+      std::filesystem::create_directory(folder_);
+      temporary_ = true;
+    }
+  }
+  ReportFolder(const ReportFolder&) = delete;
+  ReportFolder& operator=(const ReportFolder&) = delete;
+  ~ReportFolder() {
+    std::error_code ignored;
+    if (temporary_) std::filesystem::remove_all(folder_, ignored);
+  }
+  const std::filesystem::path& Path() const { return folder_; }
+  bool IsKept() const { return !temporary_; }
+
+ private:
+  std::filesystem::path folder_;
+  bool temporary_ = false;
+};
+
 void Report(const Options& options, const ToolVerb& verb, Board& board, const std::string& destination,
             const std::vector<Editor::Change>& changes, const std::vector<Move>& moves,
             const std::vector<std::string>& unanswered) {
@@ -153,7 +190,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   if (options.json) {
     if (!teardrops.is_null()) summary["teardrops"] = teardrops;
     summary["tool"] = verb.export_name;
-    summary["board"] = board.file.path;
+    summary["board"] = options.board;
     summary["written"] = destination.empty() ? ordered_json(nullptr) : ordered_json(destination);
     summary["unanswered"] = unanswered;
     std::cout << summary.dump(2) << "\n";
@@ -207,8 +244,11 @@ void Draw(const Options& options) {
   if (!options.highlight.empty()) bright = ParseSelection(options.highlight, options.unit);
   const Ref<Board> board = Open(options.board);
   look.layers = ParseLayers(*board, options.layers);
-  if (bright) look.highlight = [&](const Primitive& object) { return bright->Matches(object, *board); };
-  WriteOut(options.output, Editor::DrawSvg(*board, look));
+  const Ref<Board> other = options.beside.empty() ? nullptr : Open(options.beside);
+  if (bright)
+    look.highlight = [&](const Primitive& object, const Board& of) { return bright->Matches(object, of); };
+  WriteOut(options.output,
+           other ? Editor::DrawBesideSvg(*board, *other, look) : Editor::DrawSvg(*board, look));
   std::cout << "draw: written to " << options.output << "\n";
 }
 
@@ -261,7 +301,10 @@ void RunTool(const ToolVerb& verb, const Options& options) {
     const std::size_t equals = std::min(text.find('='), text.size() - 1);
     answers.AddField(text.substr(0, equals), text.substr(equals + 1));
   }
-  const Session session(answers, board.Get());
+  const ReportFolder reports(options, destination);
+  const std::filesystem::path shown_as = destination.empty() ? options.board : destination;
+  board->file.path = reports.Path() / shown_as.filename();
+  const Session session(answers, board.Get(), reports.IsKept());
   const ComponentPlaces places(*board);
   if (selection && selection->Apply(*board) == 0) {
     std::cerr << "ketril: no object matches --select " << options.select << "\n";
@@ -269,6 +312,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   const Ref<IParameterList> parameters = ParametersOf(options);
   board->journal.Begin();
   try {
+    const EscapeOnInterrupt escape;
     verb.call(library, verb.export_name, board.Get(), parameters.Get());
   } catch (const Failure&) {
     throw;
@@ -277,6 +321,10 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   }
   const std::vector<Editor::Change> changes = board->journal.Changes();
   const std::vector<Move> moves = places.Moves();
+  if (answers.Aborted()) {
+    Report(options, verb, *board, {}, changes, moves, answers.Unanswered());
+    throw Failure(kExit_Aborted, "stopped; nothing is written");
+  }
   if (!destination.empty()) {
     try {
       Editor::SaveBoard(*board, destination);

@@ -20,6 +20,8 @@ struct Options {
   std::string select;
   std::string answers;
   std::string picture;
+  std::string report_dir;
+  std::string beside;
   std::vector<std::string> layers;
   std::string around;
   std::string highlight;

@@ -36,7 +36,7 @@ void ShowProgress(const Editor::ProgressState& state) {
                static_cast<int>(percent));
 }
 
-Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board) {
+Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files_stay) {
   Editor::ClientSetup setup;
   setup.options_folder = OptionsFolder();
   setup.confirm = [&answers](const std::u16string& text) -> std::optional<bool> {
@@ -52,8 +52,8 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board) {
   setup.teardrop_dialog = [&answers](TTeardropOptionsEx& options) {
     return answers.EditTeardropOptions(options);
   };
-  setup.open_document = [](const std::filesystem::path& file) {
-    std::fprintf(stderr, "written: %s\n", file.string().c_str());
+  setup.open_document = [files_stay](const std::filesystem::path& file) {
+    if (files_stay) std::fprintf(stderr, "written: %s\n", file.string().c_str());
   };
   setup.current_board = board;
   setup.choose_location = [&answers](const std::u16string& prompt) { return answers.Pick(prompt); };
@@ -75,7 +75,8 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board) {
 
 }  // namespace
 
-Session::Session(Answers& answers, Editor::Board* board) : installation_(NewClient(answers, board)) {
+Session::Session(Answers& answers, Editor::Board* board, bool files_stay)
+    : installation_(NewClient(answers, board, files_stay)) {
   Platform::SetDialogProvider(
       [&answers](const std::u16string& text, Platform::TDialogKind kind, Platform::TDialogButtons buttons) {
         return answers.Answer(text, kind, buttons);

@@ -13,8 +13,9 @@ namespace Ketril::Command {
 // `answers` outlives it.
 class Session {
  public:
-  // `board` is the one that the user sees; it may be null and is not held.
-  explicit Session(Answers& answers, Editor::Board* board = nullptr);
+  // `board` is the one that the user sees; it may be null and is not held. Files that tools open for the user
+  // to read are named to them, unless those do not stay.
+  explicit Session(Answers& answers, Editor::Board* board = nullptr, bool files_stay = true);
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   ~Session();

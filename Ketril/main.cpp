@@ -59,6 +59,9 @@ void AddLook(CLI::App& app, Options& options) {
       ->type_name("BOX");
   draw->add_option("--highlight", options.highlight, "Show the objects of a selection brightly")
       ->type_name("SELECTION");
+  draw->add_option("--beside", options.beside,
+                   "Another state of the board, to its right and at the same places")
+      ->type_name("BOARD");
   AddUnits(*draw, options);
   draw->callback([&options] { Draw(options); });
 
@@ -93,6 +96,9 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
   verb->add_option("--picture", options.picture,
                    "A picture of the result, with what changed shown brightly (.svg)")
       ->type_name("FILE");
+  verb->add_option("--report-dir", options.report_dir,
+                   "Where a tool's report goes; without it beside the changed board")
+      ->type_name("DIR");
   if (picks) {
     verb->add_option("--pick", options.picks,
                      "A place to pick, X,Y as in the board file, or the name of a component or room; may be "

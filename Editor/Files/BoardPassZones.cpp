@@ -443,8 +443,8 @@ void BoardPass::FillSettings(Polygon& polygon) {
   }
 }
 
-// A zone that is one region. Fills are its copper, unless they are to be stroked or are tied: then the
-// outline is.
+// A zone that is one region. Fills are its copper, unless they are to be stroked or were made from the
+// outline alone: then the outline is.
 void BoardPass::RegionZone(Region& region) {
   std::vector<Outline> outlines, fills;
   ZoneWords words;
@@ -472,7 +472,7 @@ void BoardPass::RegionZone(Region& region) {
   for (const Outline& outline : fills) AddRing(rings, outline.points);
   for (const Outline& outline : outlines) AddRing(drawn, outline.points);
   const bool may_be_tied = !FileVersion(board_.file.version).HasTeardrops();
-  if (words.is_stroked || rings.empty() || (may_be_tied && IsTied(rings, drawn))) rings = std::move(drawn);
+  if (words.is_stroked || rings.empty() || IsMadeFrom(rings, drawn, may_be_tied)) rings = std::move(drawn);
   if (!edits_) {
     region.data.rings = std::move(rings);
     return;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <set>
+#include <utility>
 
 #include "Editor/Copper/Clipping.h"
 #include "Editor/Copper/Distance.h"
@@ -123,6 +125,28 @@ bool Join(Ring& ring, const Ring& strip) {
   return true;
 }
 
+bool IsTied(const std::vector<Ring>& fills, const std::vector<Ring>& outlines) {
+  const CopperShape outline = ShapeOfRings(outlines);
+  return std::ranges::any_of(fills, [&](const Ring& ring) {
+    return std::ranges::any_of(ring.points, [&](const TCoordPoint& point) {
+      const CopperShape spot = ShapeOf({Hull{{Disc{double(point.x), double(point.y), 0}}}});
+      return Gap(outline, spot, kRounding) >= kRounding;
+    });
+  });
+}
+
+// However they were put together: a ring with holes is written as one.
+bool HasVerticesOf(const std::vector<Ring>& rings, const std::vector<Ring>& others) {
+  const auto vertices = [](const std::vector<Ring>& of) {
+    std::set<std::pair<TCoord, TCoord>> all;
+    for (const Ring& ring : of) {
+      for (const TCoordPoint& point : ring.points) all.emplace(point.x, point.y);
+    }
+    return all;
+  };
+  return vertices(rings) == vertices(others);
+}
+
 }  // namespace
 
 std::vector<Ring> Covered(const std::vector<Ring>& rings) {
@@ -155,15 +179,9 @@ std::vector<Ring> TiedFill(const Region& region) {
   return Difference(fill, {});
 }
 
-bool IsTied(const std::vector<Ring>& fills, const std::vector<Ring>& outlines) {
-  if (fills == outlines) return false;
-  const CopperShape outline = ShapeOfRings(outlines);
-  return std::ranges::any_of(fills, [&](const Ring& ring) {
-    return std::ranges::any_of(ring.points, [&](const TCoordPoint& point) {
-      const CopperShape spot = ShapeOf({Hull{{Disc{double(point.x), double(point.y), 0}}}});
-      return Gap(outline, spot, kRounding) >= kRounding;
-    });
-  });
+bool IsMadeFrom(const std::vector<Ring>& fills, const std::vector<Ring>& outlines, bool may_be_tied) {
+  if (fills == outlines) return true;
+  return HasVerticesOf(fills, Covered(outlines)) || (may_be_tied && IsTied(fills, outlines));
 }
 
 }  // namespace Ketril::Editor

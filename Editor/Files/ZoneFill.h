@@ -18,7 +18,8 @@ std::vector<Ring> Covered(const std::vector<Ring>& rings);
 // itself, which must be on a board, is not changed.
 std::vector<Ring> TiedFill(const Region& region);
 
-// True when the fills have such a strip: they reach out of the outlines, as no poured copper does.
-bool IsTied(const std::vector<Ring>& fills, const std::vector<Ring>& outlines);
+// True when the fills are what these functions make of the outlines: then the outlines are the region. A fill
+// with a strip reaches out of them, as no poured copper does, and is looked for when `may_be_tied`.
+bool IsMadeFrom(const std::vector<Ring>& fills, const std::vector<Ring>& outlines, bool may_be_tied);
 
 }  // namespace Ketril::Editor

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <map>
 #include <numbers>
 
@@ -16,6 +17,7 @@ namespace {
 
 constexpr const char* kBackground = "#001023";
 constexpr const char* kHighlight = "#ffffff";
+constexpr const char* kCaption = "#c8d3e0";
 constexpr TCoord kMargin = 787402;  // 2 mm
 
 void DrawTrack(Svg& svg, const TrackData& track) {
@@ -94,19 +96,60 @@ void DrawVia(Svg& svg, const ViaData& via) {
   svg << "\" r=\"" << Mm(via.size / 2.0) << "\"/>\n";
 }
 
+double Width(const TCoordRect& box) {
+  return double(box.x2) - box.x1;
+}
+
+double Height(const TCoordRect& box) {
+  return double(box.y2) - box.y1;
+}
+
+TCoordRect Both(const TCoordRect& a, const TCoordRect& b) {
+  return {std::min(a.x1, b.x1), std::min(a.y1, b.y1), std::max(a.x2, b.x2), std::max(a.y2, b.y2)};
+}
+
+constexpr const char* kStyle =
+    "<style>.pen{fill:none;stroke:currentColor;stroke-linecap:round;stroke-linejoin:round}"
+    ".area{fill:currentColor;fill-rule:evenodd;stroke:currentColor;stroke-width:0;stroke-linejoin:round}"
+    "rect,circle,polygon,text{fill:currentColor}circle.pen{fill:none}"
+    "text{font-family:'DejaVu Sans Mono',monospace}</style>\n";
+
 // Draws into one group for each layer; the groups are put together at the end.
 class Painter {
  public:
   Painter(Board& board, const PictureOptions& options) : board_(board), options_(options) {}
 
-  std::string Paint() {
-    const TCoordRect view = View();
+  // What shows in the box, drawn with the classes of kStyle.
+  std::string Paint(const TCoordRect& view) {
     board_.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
       if (object.Has(kFlag_Hidden)) return;
       if (options_.around && !Overlap(object.Bounds(), view)) return;
       Draw(object);
     });
     return PutTogether(view);
+  }
+
+  // The part of the board that the options ask for.
+  TCoordRect View() const {
+    if (options_.around) return *options_.around;
+    TCoordRect box{2147483647, 2147483647, -2147483647, -2147483647};
+    const auto add = [&](const TCoordRect& b) { box = Both(box, b); };
+    if (const auto outline = board_.Outline()) {
+      add(outline->Bounds());
+    } else {
+      board_.objects.ForEach({eTrackObject, eArcObject, ePadObject, eViaObject, eRegionObject, eFillObject},
+                             [&](Primitive& object) { add(object.Bounds()); });
+    }
+    for (const Ghost& ghost : options_.ghosts) {
+      add(ghost.from);
+      add(ghost.to);
+    }
+    if (box.x1 > box.x2) return {0, 0, 3937008, 3937008};
+    const auto limit = [](std::int64_t v) {
+      return static_cast<TCoord>(std::clamp<std::int64_t>(v, -2147483647, 2147483647));
+    };
+    return {limit(std::int64_t{box.x1} - kMargin), limit(std::int64_t{box.y1} - kMargin),
+            limit(std::int64_t{box.x2} + kMargin), limit(std::int64_t{box.y2} + kMargin)};
   }
 
  private:
@@ -130,7 +173,7 @@ class Painter {
 
   Svg& On(const Primitive& object, TV7_Layer layer) {
     Group& group = groups_[layer];
-    return options_.highlight && options_.highlight(object) ? group.bright : group.plain;
+    return options_.highlight && options_.highlight(object, board_) ? group.bright : group.plain;
   }
 
   void Draw(const Primitive& object) {
@@ -160,30 +203,6 @@ class Painter {
     }
   }
 
-  TCoordRect View() const {
-    if (options_.around) return *options_.around;
-    TCoordRect box{2147483647, 2147483647, -2147483647, -2147483647};
-    const auto add = [&](const TCoordRect& b) {
-      box = {std::min(box.x1, b.x1), std::min(box.y1, b.y1), std::max(box.x2, b.x2), std::max(box.y2, b.y2)};
-    };
-    if (const auto outline = board_.Outline()) {
-      add(outline->Bounds());
-    } else {
-      board_.objects.ForEach({eTrackObject, eArcObject, ePadObject, eViaObject, eRegionObject, eFillObject},
-                             [&](Primitive& object) { add(object.Bounds()); });
-    }
-    for (const Ghost& ghost : options_.ghosts) {
-      add(ghost.from);
-      add(ghost.to);
-    }
-    if (box.x1 > box.x2) return {0, 0, 3937008, 3937008};
-    const auto limit = [](std::int64_t v) {
-      return static_cast<TCoord>(std::clamp<std::int64_t>(v, -2147483647, 2147483647));
-    };
-    return {limit(std::int64_t{box.x1} - kMargin), limit(std::int64_t{box.y1} - kMargin),
-            limit(std::int64_t{box.x2} + kMargin), limit(std::int64_t{box.y2} + kMargin)};
-  }
-
   void PutGroup(Svg& svg, TV7_Layer layer) {
     const auto found = groups_.find(layer);
     if (found == groups_.end()) return;
@@ -200,19 +219,9 @@ class Painter {
 
   std::string PutTogether(const TCoordRect& view) {
     Svg svg;
-    const double width = double(view.x2) - view.x1, height = double(view.y2) - view.y1;
-    svg << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << Mm(width) << "mm\" height=\"";
-    svg << Mm(height) << "mm\" viewBox=\"" << Mm(view.x1) << " " << Mm(-double(view.y2)) << " ";
-    svg << Mm(width) << " " << Mm(height) << "\">\n<title>";
-    svg << Xml{board_.file.title.empty() ? board_.file.path : Platform::ToUtf8(board_.file.title)}
-        << "</title>\n";
-    svg << "<style>.pen{fill:none;stroke:currentColor;stroke-linecap:round;stroke-linejoin:round}"
-           ".area{fill:currentColor;fill-rule:evenodd;stroke:currentColor;stroke-width:0;stroke-linejoin:"
-           "round}"
-           "rect,circle,polygon,text{fill:currentColor}circle.pen{fill:none}"
-           "text{font-family:'DejaVu Sans Mono',monospace}</style>\n";
     svg << "<rect x=\"" << Mm(view.x1) << "\" y=\"" << Mm(-double(view.y2)) << "\" width=\"";
-    svg << Mm(width) << "\" height=\"" << Mm(height) << "\" style=\"fill:" << kBackground << "\"/>\n";
+    svg << Mm(Width(view)) << "\" height=\"" << Mm(Height(view)) << "\" style=\"fill:" << kBackground
+        << "\"/>\n";
     bool through_drawn = false;
     for (const TV7_Layer layer : DrawingOrder(board_)) {
       PutGroup(svg, layer);
@@ -223,7 +232,6 @@ class Painter {
     }
     if (!through_drawn) PutThrough(svg);
     PutGhosts(svg);
-    svg << "</svg>\n";
     return svg.Take();
   }
 
@@ -263,8 +271,59 @@ class Painter {
 
 }  // namespace
 
+namespace {
+
+void PutSize(Svg& svg, double width, double height, const char* unit) {
+  svg << "width=\"" << Mm(width) << unit << "\" height=\"" << Mm(height) << unit << "\"";
+}
+
+void PutViewBox(Svg& svg, const TCoordRect& view) {
+  svg << " viewBox=\"" << Mm(view.x1) << " " << Mm(-double(view.y2)) << " " << Mm(Width(view)) << " ";
+  svg << Mm(Height(view)) << "\">\n";
+}
+
+std::string TitleOf(const Board& board) {
+  return board.file.title.empty() ? board.file.path : Platform::ToUtf8(board.file.title);
+}
+
+}  // namespace
+
 std::string DrawSvg(Board& board, const PictureOptions& options) {
-  return Painter(board, options).Paint();
+  Painter painter(board, options);
+  const TCoordRect view = painter.View();
+  Svg svg;
+  svg << "<svg xmlns=\"http://www.w3.org/2000/svg\" ";
+  PutSize(svg, Width(view), Height(view), "mm");
+  PutViewBox(svg, view);
+  svg << "<title>" << Xml{TitleOf(board)} << "</title>\n" << kStyle << painter.Paint(view) << "</svg>\n";
+  return svg.Take();
+}
+
+std::string DrawBesideSvg(Board& left, Board& right, const PictureOptions& options) {
+  Painter painters[] = {{left, options}, {right, options}};
+  const TCoordRect view = Both(painters[0].View(), painters[1].View());
+  const double gap = Width(view) / 50, letters = Width(view) / 45;
+  const double width = 2 * Width(view) + gap, height = Height(view) + 2 * letters;
+  Svg svg;
+  svg << "<svg xmlns=\"http://www.w3.org/2000/svg\" ";
+  PutSize(svg, width, height, "mm");
+  svg << " viewBox=\"0 0 " << Mm(width) << " " << Mm(height) << "\">\n<title>" << Xml{TitleOf(left)}
+      << "</title>\n";
+  svg << kStyle << "<rect ";
+  PutSize(svg, width, height, "");
+  svg << " style=\"fill:" << kBackground << "\"/>\n";
+  const Board* boards[] = {&left, &right};
+  for (int i = 0; i < 2; ++i) {
+    const double x = i * (Width(view) + gap);
+    svg << "<svg x=\"" << Mm(x) << "\" y=\"0\" ";
+    PutSize(svg, Width(view), Height(view), "");
+    PutViewBox(svg, view);
+    svg << painters[i].Paint(view) << "</svg>\n<text x=\"" << Mm(x) << "\" y=\""
+        << Mm(Height(view) + 1.4 * letters) << "\" font-size=\"" << Mm(letters) << "\" color=\"" << kCaption
+        << "\">" << Xml{std::filesystem::path(boards[i]->file.path).filename().string()} << "</text>\n";
+  }
+  svg << "</svg>\n";
+  return svg.Take();
 }
 
 }  // namespace Ketril::Editor

@@ -20,11 +20,14 @@ struct PictureOptions {
   // The part of the board to show; without it the whole board with a margin. Units, y up.
   std::optional<TCoordRect> around;
   // Objects to show brightly, with everything else dimmed; none when empty.
-  std::function<bool(const Primitive&)> highlight;
+  std::function<bool(const Primitive&, const Board&)> highlight;
   std::vector<Ghost> ghosts;  // the picture is as large as to show them
 };
 
 // UTF-8. An empty board gives an empty picture of 10 by 10 mm.
 std::string DrawSvg(Board& board, const PictureOptions& options);
+
+// Two states of a board side by side, both showing the same places, with the name of its file under each.
+std::string DrawBesideSvg(Board& left, Board& right, const PictureOptions& options);
 
 }  // namespace Ketril::Editor

@@ -9,6 +9,7 @@
 
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Files/SExpression.h"
+#include "Tests/Boards/ToolRuns.h"
 #include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril::Tests {
@@ -178,6 +179,7 @@ int Run(int argc, char** argv) {
     Register<AllTurned>("AllTurned", entry.path());
     Register<Thinned>("Thinned", entry.path());
     Register<CutOff>("CutOff", entry.path());
+    RegisterToolRuns(entry.path());
   }
   if (boards == 0) {
     std::cerr << "no board file is in " << argv[2] << "\n";

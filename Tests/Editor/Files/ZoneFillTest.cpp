@@ -25,6 +25,7 @@ TEST(ZoneFill, OfACrossingOutlineCoversBothLoops) {
   EXPECT_NEAR(Area(Covered(bow)), 5000, 1);
   const std::vector<Ring> plain = {{{{Mil(100), 0}, {Mil(100), Mil(100)}, {0, 0}}, false}};
   EXPECT_EQ(Covered(plain), plain);
+  EXPECT_TRUE(IsMadeFrom(Covered(bow), bow, false));
 }
 
 // The middle of a long track between two pads: nothing ends in the teardrop.
@@ -36,8 +37,10 @@ TEST(ZoneFill, IsTiedToTheNearestEndAndReadsBackAsTheOutline) {
   const std::vector<Ring> tied = TiedFill(*region);
   // From the teardrop's middle at 55 to the end at 0, a mil wide, less what is within the teardrop.
   EXPECT_NEAR(Area(tied) - Area(region->data.rings), 30.5, 0.1);
-  EXPECT_TRUE(IsTied(tied, region->data.rings));
-  EXPECT_FALSE(IsTied(Covered(region->data.rings), region->data.rings));
+  EXPECT_TRUE(IsMadeFrom(tied, region->data.rings, true));
+  EXPECT_FALSE(IsMadeFrom(tied, region->data.rings, false));
+  const std::vector<Ring> poured = {{{{Mil(35), -Mil(10)}, {Mil(75), 0}, {Mil(35), Mil(10)}}, false}};
+  EXPECT_FALSE(IsMadeFrom(poured, region->data.rings, true));
   for (const int version : {20171130, 20211014}) {
     board->file.text.clear();
     board->file.version = version;

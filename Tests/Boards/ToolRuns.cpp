@@ -1,0 +1,189 @@
+#include "Tests/Boards/ToolRuns.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+#include "DLLs/Tools/Frame/PCBServer.h"
+#include "Editor/Client/Client.h"
+#include "Editor/Client/Parameters.h"
+#include "Editor/Files/BoardFile.h"
+#include "Editor/Selection/Selection.h"
+#include "Interfaces/Tools.h"
+#include "Tests/Support/DescribeBoard.h"
+
+namespace Ketril::Tests {
+
+namespace {
+
+using Editor::Board;
+using Editor::Primitive;
+
+using Tool = std::function<void(Board&)>;
+
+void Teardrops(Board& board, const char16_t* flags) {
+  const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+  parameters->AddParameter(u"TeardropParam_FlagsEx", flags);
+  Tools_TearDrops(&board, parameters.Get());
+}
+
+Tool Arrange(TArrangerMethod method) {
+  return [method](Board& board) { Tools_RunArrange(&board, board.view.Get(), method); };
+}
+
+std::vector<std::string> SortedObjects(const Board& board, bool teardrops) {
+  std::vector<std::string> lines;
+  board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
+    if (object.Has(Editor::kFlag_TearDrop) == teardrops) lines.push_back(Describe(object));
+  });
+  std::ranges::sort(lines);
+  return lines;
+}
+
+class ToolRun : public testing::Test {
+ public:
+  explicit ToolRun(std::filesystem::path path) : path_(std::move(path)) {}
+
+ protected:
+  ~ToolRun() override { Tools::ReleasePCBServer(); }
+  void SetUp() override {
+    board_ = Editor::ReadBoardText(Editor::ReadBoard(path_)->file.text);
+    before_ = DescribeBoard(*board_);
+    board_->journal.Begin();
+  }
+  void Select(const char* expression) {
+    EXPECT_GT(Editor::Selection(expression, Editor::LengthUnit::Millimetre).Apply(*board_), 0u) << expression;
+  }
+  void ExpectReadsBack() {
+    const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
+    // A pad that became free is a footprint in the file, and footprints come before the rest.
+    EXPECT_EQ(Differences(DescribeBoard(*board_, true), DescribeBoard(*again, true)), "");
+  }
+  // The board as it came, its file included.
+  void ExpectUndoes() {
+    board_->journal.Undo();
+    EXPECT_EQ(Differences(before_, DescribeBoard(*board_)), "");
+    EXPECT_TRUE(Editor::WriteBoardText(*board_) == board_->file.text);
+  }
+
+  std::filesystem::path path_;
+  Ref<Board> board_;
+  std::vector<std::string> before_;
+
+ private:
+  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(Editor::ClientSetup{})};
+};
+
+class TeardropRun final : public ToolRun {
+ public:
+  TeardropRun(std::filesystem::path path, const char16_t* add) : ToolRun(std::move(path)), add_(add) {}
+  void TestBody() override {
+    const auto others = SortedObjects(*board_, false);
+    Teardrops(*board_, add_);
+    const auto teardrops = SortedObjects(*board_, true);
+    EXPECT_FALSE(teardrops.empty());
+    ExpectReadsBack();
+
+    Teardrops(*board_, add_);
+    EXPECT_EQ(Differences(teardrops, SortedObjects(*board_, true)), "");
+    EXPECT_EQ(Differences(others, SortedObjects(*board_, false)), "");
+
+    Teardrops(*board_, u"960");
+    EXPECT_EQ(Differences({}, SortedObjects(*board_, true)), "");
+    EXPECT_EQ(Differences(others, SortedObjects(*board_, false)), "");
+    ExpectUndoes();
+  }
+
+ private:
+  const char16_t* add_;
+};
+
+class PlainRun final : public ToolRun {
+ public:
+  PlainRun(std::filesystem::path path, const char* selection, Tool tool)
+      : ToolRun(std::move(path)), selection_(selection), tool_(std::move(tool)) {}
+  void TestBody() override {
+    Select(selection_);
+    tool_(*board_);
+    ExpectReadsBack();
+    ExpectOnlyChangedLines();
+    ExpectUndoes();
+  }
+
+ private:
+  static std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+  }
+
+  // Where the tool added and removed nothing, a line of the file differs only within an object that changed.
+  void ExpectOnlyChangedLines() {
+    const std::string& text = board_->file.text;
+    const auto before = Lines(text), after = Lines(Editor::WriteBoardText(*board_));
+    std::vector<bool> may_change(before.size());
+    std::vector<std::size_t> ends;
+    for (std::size_t at = text.find('\n'); at != text.npos; at = text.find('\n', at + 1)) ends.push_back(at);
+    const auto line_of = [&](std::size_t at) {
+      return static_cast<std::size_t>(std::ranges::lower_bound(ends, at) - ends.begin());
+    };
+    for (const Editor::Change& change : board_->journal.Changes()) {
+      if (change.kind != Editor::ChangeKind::Modified) return;
+      const Primitive* object = change.object.Get();
+      if (object->source.end <= object->source.begin) continue;
+      for (std::size_t line = line_of(object->source.begin); line <= line_of(object->source.end); ++line)
+        may_change[line] = true;
+    }
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t line = 0; line < before.size(); ++line)
+      EXPECT_TRUE(may_change[line] || before[line] == after[line]) << after[line];
+  }
+
+  const char* selection_;
+  Tool tool_;
+};
+
+struct Row {
+  const char* name;
+  const char* selection;
+  Tool tool;
+};
+
+const Row kRows[] = {
+    {"ViasToPads", "via", [](Board& board) { Tools_ReplaceSelectedViasWithPads(&board); }},
+    {"ViasToPadsAndBack", "via",
+     [](Board& board) {
+       Tools_ReplaceSelectedViasWithPads(&board);
+       Tools_ReplaceSelectedPadsWithVias(&board);
+     }},
+    {"AlignLeft", "component", Arrange(eArrangeLeft)},
+    {"AlignTopSideBySide", "component", Arrange(eArrangeTopSideBySide)},
+    {"ExpandX", "component", Arrange(eArrangeExpandX)},
+    {"ContractY", "component", Arrange(eArrangeContractY)},
+    {"SpreadX", "component", Arrange(eArrangeSpreadX)},
+    {"MoveToGrid", "component", Arrange(eArrangeMoveToGrid)},
+    {"AlignFreeObjects", "via or track", Arrange(eArrangeBottom)},
+    {"SpreadTexts", "text", Arrange(eArrangeSpreadY)},
+    {"OutsideBoard", "component",
+     [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
+};
+
+void Register(const std::string& run, const std::filesystem::path& path,
+              std::function<testing::Test*()> make) {
+  const std::string board = path.parent_path().filename() / path.stem();
+  testing::RegisterTest("Tools", (run + "/" + board).c_str(), nullptr, nullptr, __FILE__, __LINE__,
+                        std::move(make));
+}
+
+}  // namespace
+
+void RegisterToolRuns(const std::filesystem::path& path) {
+  Register("TeardropsCurved", path, [path] { return new TeardropRun(path, u"1000"); });
+  Register("TeardropsStraight", path, [path] { return new TeardropRun(path, u"1016"); });
+  for (const Row& row : kRows)
+    Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
+}
+
+}  // namespace Ketril::Tests
