@@ -1,5 +1,7 @@
 #include "Editor/Files/BoardComposer.h"
 
+#include <utility>
+
 #include "Editor/Files/ArcGeometry.h"
 
 namespace Ketril::Editor {
@@ -166,14 +168,19 @@ std::string BoardComposer::ViaText(Via& via) {
 }
 
 std::string BoardComposer::ViaStack(const FileWords& words, const ViaData& via) {
-  std::string text = "(padstack (mode custom)";
+  const bool by_sides = via.mode == ePadMode_LocalStack;
+  std::string text = std::string("(padstack (mode ") + (by_sides ? "front_inner_back" : "custom") + ")";
+  bool has_inner = false;
   for (const TV7_Layer layer : words.layers.Copper()) {
     if (layer == via.low) continue;  // the via's own size
+    const bool says_inner = by_sides && layer != TV7_Layer(eV6_BottomLayer);
+    if (says_inner && std::exchange(has_inner, true)) continue;
     TCoord size = via.size;
     for (const LayerSize& own : via.sizes) {
       if (own.layer == layer) size = own.size;
     }
-    text += " (layer " + words.Layer(layer) + " (size " + FileWords::Length(size) + "))";
+    text += " (layer " + (says_inner ? "\"Inner\"" : words.Layer(layer)) + " (size " +
+            FileWords::Length(size) + "))";
   }
   return text + ")";
 }

@@ -123,9 +123,29 @@ Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) 
 
 namespace {
 
+// The first object that reaches farther than the format's lengths, "" for none.
+std::string FarObject(const Board& board) {
+  const auto is_far = [](TCoord at) { return at > kMaxUnits || at < -kMaxUnits; };
+  std::u16string far;
+  board.objects.ForEach(TObjectSet::All(), [&](const Primitive& object) {
+    const TCoordRect box = object.MemberList() ? TCoordRect{} : object.Bounds();
+    if (far.empty() && (is_far(box.x1) || is_far(box.y1) || is_far(box.x2) || is_far(box.y2)))
+      far = object.Describe();
+  });
+  return Platform::ToUtf8(far);
+}
+
 void WritePieces(Board& board, const TextSink& sink) {
   if (board.file.text.empty()) board.file.text = EmptyBoardText(board);
-  BoardPass::Rewrite(board, sink);
+  try {
+    BoardPass::Rewrite(board, sink);
+  } catch (const LengthOutOfRange&) {
+    const std::string object = FarObject(board);
+    throw FileError(board.file.path, 0, 0,
+                    "the board cannot be written: " + (object.empty() ? "an object" : object) +
+                        " is farther out than the format's 2147 mm",
+                    "Move it nearer, or give the tool fewer objects.");
+  }
 }
 
 }  // namespace

@@ -380,12 +380,16 @@ void BoardPass::ViaStack(const Item& item, Via& via) {
       if (key == "layer"_word) ViaStackLayer(read);
     });
   }
+  const auto is_same = [&](TV7_Layer layer) {
+    const auto own = std::ranges::find(read.sizes, layer, &LayerSize::layer);
+    return via.SizeOn(layer) == (own == read.sizes.end() ? via.data.size : own->size);
+  };
   if (!edits_) {
     via.data.mode = read.mode;
     via.data.sizes = std::move(read.sizes);
   } else if (via.data.mode == ePadMode_Simple) {
     edits_->Drop(item.begin, in_.Position());
-  } else if (read.mode != via.data.mode || !std::ranges::is_permutation(read.sizes, via.data.sizes)) {
+  } else if (read.mode != via.data.mode || !std::ranges::all_of(layers_.Copper(), is_same)) {
     edits_->Replace(item.begin, in_.Position(), BoardComposer::ViaStack(*words_, via.data));
   }
 }

@@ -82,11 +82,14 @@ NumberError ParseMillimetres(std::string_view text, Nanometres& nm) {
 }
 
 void AppendMillimetres(std::string& text, Nanometres nm) {
+  if (std::abs(nm) > kMaxNanometres) throw LengthOutOfRange();
   AppendMillionths(text, nm);
 }
 
 std::string FormatMillimetres(Nanometres nm) {
-  return FormatMillionths(nm);
+  std::string text;
+  AppendMillimetres(text, nm);
+  return text;
 }
 
 std::string FormatNumber(double value) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -48,7 +49,13 @@ NumberError ParseMillimetres(std::string_view text, Nanometres& nm);
 // Decimal text as a finite number.
 NumberError ParseNumber(std::string_view text, double& value);
 
-// Without trailing zeros; zero is "0".
+// The format has no word for a length beyond 2147.483647 mm: a program that reads it would lose the board.
+class LengthOutOfRange : public std::range_error {
+ public:
+  LengthOutOfRange() : std::range_error("a length is beyond 2147 mm") {}
+};
+
+// Without trailing zeros; zero is "0". Raises LengthOutOfRange.
 std::string FormatMillimetres(Nanometres nm);
 void AppendMillimetres(std::string& text, Nanometres nm);
 // The same for angles and ratios: six decimals at most.

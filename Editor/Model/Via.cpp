@@ -53,6 +53,15 @@ void Via::SetSizeOn(TV7_Layer layer, TCoord size) {
     data.size = size;
     return;
   }
+  if (layer == data.low) {
+    // Its own size is the one on the layer where it begins; the others keep what they had.
+    for (const TV7_Layer other : SpannedLayers(board, data.low, data.high)) {
+      if (other != layer && SizeOn(other) == data.size) data.sizes.push_back({other, data.size});
+    }
+    data.size = size;
+    std::erase_if(data.sizes, [&](const LayerSize& entry) { return entry.size == size; });
+    return;
+  }
   std::erase_if(data.sizes, [&](const LayerSize& entry) { return entry.layer == layer; });
   if (size != data.size) data.sizes.push_back({layer, size});
 }

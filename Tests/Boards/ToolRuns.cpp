@@ -165,7 +165,6 @@ const Row kRows[] = {
     {"SpreadX", "component", Arrange(eArrangeSpreadX)},
     {"MoveToGrid", "component", Arrange(eArrangeMoveToGrid)},
     {"AlignFreeObjects", "via or track", Arrange(eArrangeBottom)},
-    {"SpreadTexts", "text", Arrange(eArrangeSpreadY)},
     {"OutsideBoard", "component",
      [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
 };

@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 
+#include "Editor/Model/LayerFacts.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Tests {
@@ -77,7 +78,7 @@ void AddData(Line& line, const Primitive& object) {
     const ViaData& data = via->data;
     line << data.center << data.size << data.hole << data.low << data.high << data.mode << data.remove_unused
          << data.keep_end_layers;
-    for (const LayerSize& size : data.sizes) line << size.layer << size.size;
+    for (const TV7_Layer layer : SpannedLayers(via->board, data.low, data.high)) line << via->SizeOn(layer);
   }
   if (const auto* pad = As<Pad>(&object)) Add(line, *pad);
   if (const auto* text = As<Text>(&object)) {

@@ -47,6 +47,21 @@ auto& Data(const Ref<Board>& board, std::size_t n = 0) {
   return object->data;
 }
 
+// A file of lengths that no program reads would be the end of the board.
+TEST(BoardFile, IsNotWrittenWithObjectsOutOfReach) {
+  const Ref<Board> board = BoardFromText("track 0,0 10,0 w10 top");
+  auto* const track = Find<Track>(*board);
+  track->Write([&] { track->data.p2.x = kMaxUnits - Mm(100); });
+  EXPECT_NO_THROW(ReadBoardText(WriteBoardText(*board)));
+  track->Write([&] { track->data.p2.x = kMaxUnits; });
+  try {
+    WriteBoardText(*board);
+    FAIL();
+  } catch (const FileError& error) {
+    EXPECT_NE(std::string(error.what()).find("Track (0mil,0mil)"), std::string::npos) << error.what();
+  }
+}
+
 TEST(BoardFile, ReadsObjects) {
   struct Case {
     const char* name;
