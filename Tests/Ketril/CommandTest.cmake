@@ -65,6 +65,20 @@ expect(2 "no dialog has" auto-place-run-dialog -D Alignment_Vertical=left ${SAMP
 expect(2 "is no place" center x ${SAMPLE} --pick nowhere --dry-run)
 expect(1 "no room \"attic\"" arrange --into-room attic ${SAMPLE} --dry-run)
 
+# Teardrops come with a count of where, and go again; before and after can be drawn beside each other.
+expect(0 "teardrops on 27 pads, 8 vias, 5 tracks and 1 junction" tear-drops ${SAMPLE}
+       -D TeardropParam_FlagsEx=1000 -o ${WORK}/drops.kicad_pcb)
+expect(0 "\"junctions\": 1" tear-drops ${SAMPLE} -D TeardropParam_FlagsEx=1000 --dry-run --json)
+expect(0 "41 regions removed" tear-drops ${WORK}/drops.kicad_pcb -D TeardropParam_FlagsEx=960 -o ${WORK}/bare.kicad_pcb)
+expect_same_file(${SAMPLE} ${WORK}/bare.kicad_pcb)
+expect(0 "report" tear-drops ${SAMPLE} -D TeardropParam_FlagsEx=1004 --report-dir ${WORK}/reports
+       -o ${WORK}/drops.kicad_pcb)
+file(GLOB reports ${WORK}/reports/*)
+if(NOT reports)
+  message(SEND_ERROR "no report of the teardrops")
+endif()
+expect(0 "written" draw ${WORK}/drops.kicad_pcb --beside ${SAMPLE} -o ${WORK}/beside.svg)
+
 # What is wrong is said, with the exit status of its kind, and nothing is written.
 expect(2 "where shall the changed board go" ${vias} ${SAMPLE})
 expect(2 "column 9" ${vias} ${SAMPLE} --dry-run --select "pad and fre")
