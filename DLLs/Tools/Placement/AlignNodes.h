@@ -57,7 +57,7 @@ class TNode {
 };
 
 // Stands for a component that is found through a selected member: the rectangle is the member's, the
-// component moves.
+// component moves. Nothing moves when the member has left its component meanwhile.
 class TComponentPrimitiveNode : public TNode {
  public:
   using TNode::TNode;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -10,12 +11,14 @@
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
+#include "Editor/HostCall.h"
 #include "Editor/Rules/Rule.h"
 #include "Interfaces/Tools.h"
 #include "Platform/Dialogs.h"
 #include "Platform/Messages.h"
 #include "Platform/Text.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril::Tools {
 namespace {
@@ -61,6 +64,13 @@ class AlignTool : public testing::Test {
     rule->Set(Editor::kFlag_Selected, selected);
     board->Load(rule.Get());
     return rule.Get();
+  }
+  void Clearance(TRuleKind kind, double mil, bool enabled = true) {
+    const Ref<Editor::Rule> rule = Editor::MakeRule(kind);
+    (kind == eRule_Clearance ? rule->data.gap : rule->data.horizontal_gap) = Mil(mil);
+    rule->data.vertical_gap = Mil(50);  // of no account
+    rule->data.enabled = enabled;
+    board->Load(rule.Get());
   }
   static Ref<IParameterList> Parameters(const char16_t* text) {
     const auto list = Editor::MakeHost<Editor::Parameters>();
@@ -216,6 +226,19 @@ TEST_F(AlignTool, CentringOnNothingOrOnSomethingElseMovesNothing) {
   }
 }
 
+// A selected member stands for its component and is what is centred.
+TEST_F(AlignTool, CentringByAMember) {
+  for (const TCoordPoint pick : {TCoordPoint{100, 100}, TCoordPoint{800, 400}}) {
+    Load(
+        "via 100,100 60/30 selected; component U1 at 700,400 { pad 100,0 40x40 selected; pad 0,0 40x40 };"
+        "via 300,900 20/10 selected");
+    picks = {pick};
+    Tools_RunArrange(board.Get(), View(), eArrangeHorCenter);
+    EXPECT_EQ(Places(*board), pick.x == 100 ? "via 100,100 U1 0,400 pad 100,400 via 100,900"
+                                            : "via 800,100 U1 700,400 pad 800,400 via 800,900");
+  }
+}
+
 TEST_F(AlignTool, ToTheGridCutsTowardsZero) {
   Load(
       "component U1 at 155,-155 selected { pad 0,0 60x60 }; component U2 at 400,300 selected { pad 0,0 60x60 "
@@ -224,17 +247,40 @@ TEST_F(AlignTool, ToTheGridCutsTowardsZero) {
   EXPECT_EQ(Places(*board), "U1 100,-100 U2 400,300");
 }
 
+// The component keeps 10 mil from others and the vias 4. It shares a channel with the first via along x and
+// with the last along y only by what these clearances add.
+TEST_F(AlignTool, ClearancesCountForEdgesAndChannels) {
+  const struct {
+    TArrangerMethod method;
+    const char* after;
+  } rows[] = {
+      {eArrangeLeft, "U1 316,100 via 300,150 via 300,400 via 300,700"},
+      {eArrangeRight, "U1 884,100 via 900,150 via 900,400 via 900,700"},
+      {eArrangeTop, "U1 500,684 via 300,700 via 900,700 via 552,700"},
+      {eArrangeBottom, "U1 500,100 via 300,84 via 900,84 via 552,84"},
+      {eArrangeLeftSideBySide, "U1 500,100 via 564,150 via 484,400 via 484,700"},
+      {eArrangeRightSideBySide, "U1 500,100 via 436,150 via 516,400 via 516,700"},
+      {eArrangeTopSideBySide, "U1 500,100 via 300,116 via 900,116 via 552,36"},
+      {eArrangeBottomSideBySide, "U1 500,100 via 300,84 via 900,84 via 552,164"},
+  };
+  for (const auto& row : rows) {
+    Load(
+        "component U1 at 500,100 selected { pad 0,0 60x60 }; via 300,150 40/20 selected;"
+        "via 900,400 40/20 selected; via 552,700 40/20 selected");
+    Clearance(eRule_ComponentClearance, 10);
+    Clearance(eRule_Clearance, 3);
+    Clearance(eRule_Clearance, 4);
+    Clearance(eRule_Clearance, 99, false);
+    Tools_RunArrange(board.Get(), View(), row.method);
+    EXPECT_EQ(Places(*board), row.after) << row.method;
+  }
+}
+
 // What the clearance rules ask stands between the objects, and comes off again.
 TEST_F(AlignTool, NodesKeepTheirClearance) {
   Load(kThree);
-  const Ref<Editor::Rule> rule = Editor::MakeRule(eRule_ComponentClearance);
-  rule->data.horizontal_gap = Mil(10);
-  rule->data.vertical_gap = Mil(50);
-  board->Load(rule.Get());
-  const Ref<Editor::Rule> disabled = Editor::MakeRule(eRule_ComponentClearance);
-  disabled->data.horizontal_gap = Mil(99);
-  disabled->data.enabled = false;
-  board->Load(disabled.Get());
+  Clearance(eRule_ComponentClearance, 10);
+  Clearance(eRule_ComponentClearance, 99, false);
   Tools_RunArrangeToRectangle(board.Get(), View(), 0, 0, Mil(200), Mil(1000));
   // 80, 80 and 60 high, 80, 80 and 120 wide: the first two side by side from 10 mil below the top.
   EXPECT_EQ(Places(*board), "U1 40,950 U2 60,880 U3 120,950");
@@ -263,9 +309,37 @@ TEST_F(AlignTool, SpreadTextsKeepTheirMeanGap) {
 }
 
 TEST_F(AlignTool, ATextBesideOtherThingsIsSpreadByItsReference) {
-  Load("via 0,0 60/30 selected; text 500,0 \"A\" h50 selected topoverlay; via 2000,0 60/30 selected");
-  Tools_RunArrange(board.Get(), View(), eArrangeSpreadX);
-  EXPECT_EQ(Places(*board), "via 0,0 A 970,0 via 2000,0");  // -30 + 2000 / 2
+  for (const double clearance : {0.0, 4.0}) {
+    Load("via 0,0 60/30 selected; text 500,0 \"A\" h50 selected topoverlay; via 2000,0 60/30 selected");
+    Clearance(eRule_Clearance, clearance);
+    Tools_RunArrange(board.Get(), View(), eArrangeSpreadX);
+    EXPECT_EQ(Places(*board), "via 0,0 A 970,0 via 2000,0");  // -30 + 2000 / 2
+  }
+}
+
+// Runs end at what is no text; the first text of a run has nothing to follow.
+TEST_F(AlignTool, EachRunOfTextsHasItsOwnGap) {
+  Load(R"(
+    via 0,0 60/30 selected
+    text 0,200 "A" h50 selected topoverlay
+    text 0,400 "B" h50 selected topoverlay
+    via 0,1000 60/30 selected
+    text 0,1300 "C" h50 selected topoverlay
+    text 0,1800 "D" h50 selected topoverlay
+    via 0,6000 60/30 selected
+  )");
+  const auto box = [&](std::size_t n) { return Tests::Find<Editor::Text>(*board, n)->Bounds(); };
+  const TCoord first_gap = box(1).y1 - box(0).y2, second_gap = box(3).y1 - box(2).y2;
+  ASSERT_GT(first_gap, 0);
+  Tools_RunArrange(board.Get(), View(), eArrangeSpreadY);
+  // Steps of 1000 from -30: the texts that have a gap leave theirs.
+  EXPECT_EQ(Tests::Find<Editor::Text>(*board, 0)->Reference().y, Mil(970));
+  EXPECT_EQ(box(1).y1 - box(0).y2, first_gap);
+  EXPECT_EQ(Tests::Find<Editor::Text>(*board, 2)->Reference().y, Mil(3970));
+  EXPECT_EQ(box(3).y1 - box(2).y2, second_gap);
+  EXPECT_EQ(Tests::Find<Editor::Via>(*board, 1)->Reference().y, Mil(3000));
+  EXPECT_EQ(Tests::Find<Editor::Via>(*board, 2)->Reference().y, Mil(6000));
+  for (std::size_t n = 0; n < 4; ++n) EXPECT_EQ(Tests::Find<Editor::Text>(*board, n)->Reference().x, 0);
 }
 
 TEST_F(AlignTool, OutsideTheBoard) {
@@ -352,6 +426,8 @@ TEST_F(AlignTool, ToRooms) {
        kBoth,
        0},
       {"a count of none", u"RoomsToUpdateCount=0", {}, kStays, 0},
+      {"a count that is no whole number", u"RoomsToUpdateCount=1.0|Room1=A", {{1500, 1500}}, kMoved, 2},
+      {"a count beyond all", u"RoomsToUpdateCount=99999999999|Room1=A", {{1500, 1500}}, kMoved, 2},
       {"picked, until he cancels", u"", {{3500, 1500}, {9000, 9000}, {1500, 1500}}, kBoth, 4},
   };
   for (const auto& row : rows) {
@@ -431,6 +507,148 @@ TEST_F(AlignTool, RoomsMoveWithWhatTheyHold) {
             "R1 1030,1280 10k 950,1280 R2 150,170 C1 1100,1100 via 1080,1330 via 201,180 A 1000,1250 B "
             "1000,1000 X 300,300");
   EXPECT_EQ(Tests::Find<Editor::Component>(*board)->data.rotation, 90);
+}
+
+TEST_F(AlignTool, RoomsGoBackToTheirOffsetFromTheGrid) {
+  Load("via 150,-150 20/10; track 0,0 4000,0 w10 top");
+  const Editor::Rule* const room = Room(u"A", u"not all", {130, -180, 230, -20}, true);
+  const auto options = Editor::MakeHost<Editor::RoomArrangeOptions>();
+  options->SetState_OriginX(Mil(1050));
+  options->SetState_OriginY(Mil(1020));
+  for (const bool to_grid : {false, true}) {
+    board->journal.Begin();
+    options->SetState_MoveToGrid(to_grid);
+    Tools_RunRoomArrange(board.Get(), View(), options.Get());
+    // The offset was 30 to the right and, cut towards zero, 80 down; at the origin it is 50 and 20.
+    const TCoordPoint place = to_grid ? TCoordPoint{Mil(1030), Mil(920)} : TCoordPoint{Mil(1050), Mil(1020)};
+    EXPECT_EQ(room->Bounds().Location1(), place);
+    EXPECT_EQ(Tests::Find<Editor::Via>(*board)->Reference(),
+              (TCoordPoint{place.x + Mil(20), place.y + Mil(30)}));
+    board->journal.Undo();
+  }
+}
+
+// Which calls change the board, in their order; what is read and drawn by a walk is left out.
+Lines Edits(const std::vector<std::string>& calls) {
+  Lines edits;
+  for (const std::string& call : calls) {
+    const std::string name = call.substr(call.find('.') + 1);
+    for (const char* const edit :
+         {"BeginModify", "EndModify", "MoveByXY", "MoveToXY", "SetState_XSizeYSize", "UpdateNet",
+          "GraphicallyInvalidatePrimitive", "SetState_DocumentHasChanged"}) {
+      if (name == edit) edits.push_back(name);
+    }
+  }
+  return edits;
+}
+
+TEST_F(AlignTool, ChangesStandInBrackets) {
+  Load("via 0,0 60/30 selected; component U1 at 500,400 { pad 0,0 60x60 selected }");
+  Editor::HostGate::Arm(true);
+  Tools_RunArrange(board.Get(), View(), eArrangeLeft);
+  Editor::HostGate::Disarm();
+  const char *const kDraw = "GraphicallyInvalidatePrimitive", *const kMark = "SetState_DocumentHasChanged";
+  EXPECT_EQ(Edits(Editor::HostGate::Record()),
+            (Lines{kDraw, "BeginModify", "MoveByXY", "EndModify", kDraw, kMark, kDraw, "BeginModify",
+                   "MoveToXY", "EndModify", kDraw, kMark}));
+  EXPECT_TRUE(board->document_changed);
+  // A room with a component and a via, of two nets.
+  Load("component U1 at 150,150 { pad 0,0 60x60 net A }; via 130,130 20/10 net B");
+  Room(u"A", u"component", {100, 100, 200, 200}, true);
+  Editor::HostGate::Arm(true);
+  Tools_RunRoomArrange(board.Get(), View(), nullptr);
+  Editor::HostGate::Disarm();
+  EXPECT_EQ(Edits(Editor::HostGate::Record()),
+            (Lines{kDraw, "BeginModify", "BeginModify", "BeginModify", "MoveToXY", "MoveByXY",
+                   "SetState_XSizeYSize", "EndModify", "EndModify", "EndModify", "UpdateNet", "UpdateNet",
+                   kDraw, kDraw, kDraw, kMark}));
+  EXPECT_TRUE(board->document_changed);
+}
+
+// Whatever is arranged: what is locked stays, sizes stay, one axis stays, and an undo gives the board back.
+TEST_F(AlignTool, KeepsWhatIsLockedAndCanBeUndone) {
+  std::mt19937 random(51);
+  const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+  const auto place = [&] { return std::to_string(below(3000)) + "," + std::to_string(below(3000)); };
+  const auto marks = [&] { return std::string(below(3) ? " selected" : "") + (below(4) ? "" : " locked"); };
+  const auto text = [&] {
+    std::string lines;
+    for (int i = 0; i < 14; ++i) {
+      const std::string number = std::to_string(i);
+      switch (below(4)) {
+        case 0:
+          lines += "via " + place() + " 60/30 net A" + marks();
+          break;
+        case 1:
+          lines += "track " + place() + " " + place() + " w10 top" + marks();
+          break;
+        case 2:
+          lines += "text " + place() + " \"T" + number + "\" h50 topoverlay" + marks();
+          break;
+        default:
+          lines += "component U" + number + " at " + place() + (below(2) ? " bottom" : "") + marks() +
+                   " { pad 0,0 60x60 net A" + (below(2) ? " selected" : "") +
+                   "; pad 100,0 40x90; text 0,80 \"V" + number + "\" h60 comment" +
+                   (below(3) ? "" : " selected") + " }";
+      }
+      lines += "\n";
+    }
+    return lines;
+  };
+  struct Before {
+    const Editor::Primitive* object;
+    TCoordRect box;
+  };
+  int moved = 0;
+  for (int round = 0; round < 20; ++round) {
+    const std::string objects = text();
+    SCOPED_TRACE(objects);
+    Load(objects.c_str());
+    Clearance(eRule_Clearance, below(20));
+    Clearance(eRule_ComponentClearance, below(20));
+    Room(u"A", u"component and name:U1*", {500, 500, 1500, 1500}, below(2));
+    Editor::Rule* const locked = Room(u"B", u"component", {1000, 1000, 2500, 2500}, true);
+    locked->Set(Editor::kFlag_Locked, true);
+    const auto described = Tests::DescribeBoard(*board);
+    std::vector<Before> before;
+    board->objects.ForEach(TObjectSet::All(), [&](const Editor::Primitive& object) {
+      if (object.kind != eNetObject) before.push_back({&object, object.Bounds()});
+    });
+    const auto& centre = before[static_cast<std::size_t>(below(14))].box;
+    for (int method = eArrangeMoveToGrid; method <= eArrangeBottomSideBySide + 4; ++method) {
+      SCOPED_TRACE(method);
+      picks = {{centre.x1 / 10000, centre.y1 / 10000}};
+      board->journal.Begin();
+      const int command = method - eArrangeBottomSideBySide;
+      if (command <= 0) Tools_RunArrange(board.Get(), View(), static_cast<TArrangerMethod>(method));
+      if (command == 1) Tools_RunArrangeToRectangle(board.Get(), View(), 0, 0, Mil(900), Mil(900));
+      if (command == 2) Tools_RunArrangeToRoom(board.Get(), View(), u"A");
+      if (command == 3) Tools_RunArrangeOutsideBoard(board.Get(), View());
+      if (command == 4) Tools_RunRoomArrange(board.Get(), View(), nullptr);
+      const bool along_x = method == eArrangeLeft || method == eArrangeRight ||
+                           method == eArrangeLeftSideBySide || method == eArrangeRightSideBySide ||
+                           (method >= eArrangeHorCenter && method <= eArrangeSpreadX);
+      const bool along_one = method > eArrangeMoveToGrid && command <= 0;
+      for (const Before& was : before) {
+        const TCoordRect is = was.object->Bounds();
+        moved += is == was.box ? 0 : 1;
+        const auto* const owner = was.object->Owner();
+        const bool is_locked =
+            was.object->Has(Editor::kFlag_Locked) || (owner && owner->Has(Editor::kFlag_Locked));
+        EXPECT_TRUE(!is_locked || is == was.box);
+        // Beside a component that comes first, a member goes out of its own by itself.
+        const bool keeps_size =
+            is.x2 - is.x1 == was.box.x2 - was.box.x1 && is.y2 - is.y1 == was.box.y2 - was.box.y1;
+        EXPECT_TRUE(keeps_size || was.object->MemberList());
+        EXPECT_TRUE(!along_one || (along_x ? is.y1 == was.box.y1 : is.x1 == was.box.x1));
+      }
+      EXPECT_EQ(board->LiveIterators(), 0);
+      board->journal.Undo();
+      EXPECT_EQ(Tests::DescribeBoard(*board), described);
+      if (HasFailure()) return;
+    }
+  }
+  EXPECT_GT(moved, 1000) << "the boards were too empty to say anything";
 }
 
 TEST_F(AlignTool, RoomsByTheDialogTakeTheirOriginFromAPick) {
