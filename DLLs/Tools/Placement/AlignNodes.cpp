@@ -19,7 +19,7 @@ TCoord Difference(TCoord a, TCoord b) {
 }
 
 TCoord Distance(TCoord a, TCoord b) {
-  return WrapToCoord(std::abs(std::int64_t{a} - b));
+  return SaturateToCoord(std::int64_t{std::abs(std::int64_t{a} - b)});
 }
 
 // An end of the second interval lies within the first.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <random>
 
 #include "DLLs/Tools/Placement/AlignPacking.h"
@@ -266,6 +267,37 @@ TEST_F(Align, KeepsItsPromises) {
       for (std::size_t i = 2; i < places.size(); ++i)
         EXPECT_EQ(places[i] - places[i - 1], places[1] - places[0]);
     }
+  }
+}
+
+// Coordinates wrap; nothing else happens at the ends of their range.
+TEST_F(Align, TakesTheLargestCoordinates) {
+  constexpr TCoord kLow = std::numeric_limits<TCoord>::min(), kHigh = std::numeric_limits<TCoord>::max();
+  const Rectangles before = {
+      {kLow, kLow, kHigh, kHigh}, {kHigh - 9, 5, kHigh, kHigh}, {kLow, -5, kLow + 9, 0}, {0, kLow, 9, kLow}};
+  EXPECT_EQ(RectangleNode(before[0]).Width(), kHigh);
+  EXPECT_EQ(RectangleNode({9, 0, -9, 0}).Width(), 18);
+  const auto wrapped = [](TCoord high, TCoord low) {
+    return static_cast<std::uint32_t>(high) - static_cast<std::uint32_t>(low);
+  };
+  const auto expect_sizes = [&](const Rectangles& after) {
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      EXPECT_EQ(wrapped(after[i].x2, after[i].x1), wrapped(before[i].x2, before[i].x1));
+      EXPECT_EQ(wrapped(after[i].y2, after[i].y1), wrapped(before[i].y2, before[i].y1));
+    }
+  };
+  for (const double grid : {0.0, 100.0, 4e9, 1e300}) {
+    for (int method = eArrangeLeft; method <= eArrangeBottomSideBySide; ++method) {
+      SCOPED_TRACE(method);
+      expect_sizes(Run(static_cast<TArrangerMethod>(method), before, grid));
+    }
+  }
+  for (const bool grow_up : {false, true}) {
+    TRectangleArranger arranger(board, nullptr, kLow, kHigh, kHigh, kLow);
+    arranger.GrowUp = grow_up;
+    Fill(arranger, before);
+    arranger.Run();
+    expect_sizes(Result(arranger));
   }
 }
 
