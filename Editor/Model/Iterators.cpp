@@ -177,17 +177,13 @@ class GroupIterator final : public ListIterator<IPCB_GroupIterator> {
 
  private:
   void List(std::vector<Item>& items) override {
-    if (const Net* net = As<Net>(group_.Get())) {
-      net->ForEach([&](Primitive& object) { items.push_back({&object, object.order}); });
-    } else {
-      for (const Ref<Primitive>& member : group_->Members()) items.push_back({member, member->order});
-    }
+    for (Primitive* member : group_->ListMembers()) items.push_back({member, member->order});
   }
   bool IsThere(const Item& item) const override {
-    if (const Net* net = As<Net>(group_.Get())) {
-      return item.object->GetNet() == net && item.object->on_board && item.object->order == item.order;
-    }
-    return item.object->Owner() == group_.Get();
+    // A net lists what is on no board too.
+    const bool is_listed =
+        group_->kind != eNetObject || (item.object->on_board && item.object->order == item.order);
+    return is_listed && group_->HasMember(*item.object);
   }
 
   const Ref<Group> group_;

@@ -165,6 +165,9 @@ const Row kRows[] = {
     {"SpreadX", "component", Arrange(eArrangeSpreadX)},
     {"MoveToGrid", "component", Arrange(eArrangeMoveToGrid)},
     {"AlignFreeObjects", "via or track", Arrange(eArrangeBottom)},
+    // Texts that lie beside each other are spread one above the other: all of a board would leave the range
+    // of its file.
+    {"SpreadTexts", "text and name:C1*", Arrange(eArrangeSpreadY)},
     {"OutsideBoard", "component",
      [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
 };

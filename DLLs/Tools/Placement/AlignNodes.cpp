@@ -19,7 +19,7 @@ TCoord Difference(TCoord a, TCoord b) {
 }
 
 TCoord Distance(TCoord a, TCoord b) {
-  return WrapToCoord(std::abs(std::int64_t{a} - b));
+  return SaturateToCoord(std::int64_t{std::abs(std::int64_t{a} - b)});
 }
 
 // An end of the second interval lies within the first.
@@ -115,15 +115,16 @@ TCoord TComponentPrimitiveNode::GetNodeClearance() {
 }
 
 void TComponentPrimitiveNode::ApplyPosition() {
-  const TCoordPoint by = MoveOf(*this);
   TGroup* const component = Primitive->vComponent();
+  if (!component) return;
+  const TCoordPoint by = MoveOf(*this);
   MoveInBracket(component, [&] {
     component->MoveToXY(Sum(component->GetState_X(), by.x), Sum(component->GetState_Y(), by.y));
   });
 }
 
 void TComponentPrimitiveNode::MoveToGrid() {
-  MoveToGridInBracket(Primitive->vComponent());
+  if (TGroup* const component = Primitive->vComponent()) MoveToGridInBracket(component);
 }
 
 }  // namespace Ketril::Tools

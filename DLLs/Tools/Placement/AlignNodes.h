@@ -27,7 +27,7 @@ class TNode {
   TNode& operator=(const TNode&) = delete;
   virtual ~TNode() = default;
 
-  TCoord Width() const;  // never negative
+  TCoord Width() const;  // at least 0 and at most the largest coordinate
   TCoord Height() const;
   void MoveBy(TCoord dx, TCoord dy);  // with `NodeTextBr`
   // The low corner of the rectangle, or of `NodeTextBr`, comes to lie there.
@@ -57,7 +57,7 @@ class TNode {
 };
 
 // Stands for a component that is found through a selected member: the rectangle is the member's, the
-// component moves.
+// component moves. Nothing moves when the member has left its component meanwhile.
 class TComponentPrimitiveNode : public TNode {
  public:
   using TNode::TNode;

@@ -139,6 +139,7 @@ void TRoomNode::MoveWithObjects(TCoord dx, TCoord dy, bool update_nets) {
     if (moved && update_nets) UpdateNets(members);
     Invalidate(Primitive);
     RoomObjects->ProcessItems(Invalidate, TObjectSet::All());
+    BoardOf(Primitive)->SetState_DocumentHasChanged();
   });
 }
 

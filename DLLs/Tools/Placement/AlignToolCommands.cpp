@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <optional>
+#include <utility>
 
 #include "DLLs/Tools/Frame/Hourglass.h"
 #include "DLLs/Tools/Frame/NumberText.h"
@@ -87,7 +88,8 @@ void AutoPlaceToRoom(TBoard* ABoard, IPCBGraphicalViewInterface* AView, IParamet
     return;
   }
   const auto count_text = ReadParameter(AParameters, u"RoomsToUpdateCount");
-  if (const auto count = count_text ? TextToInt64(*count_text) : std::nullopt) {
+  const auto count = count_text ? TextToInt64(*count_text) : std::nullopt;
+  if (count && std::in_range<std::int32_t>(*count)) {
     for (std::int64_t i = 1; i <= *count; ++i) {
       const auto name = ReadParameter(AParameters, u"Room" + Int64ToText(i));
       if (name) ArrangeToRoomByName(ABoard, AView, *name);

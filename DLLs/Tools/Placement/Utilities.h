@@ -37,11 +37,14 @@ void RunFinally(Work&& work, Last&& last) {
   last();
 }
 
+// The board that an object is on, in a wrapper of the object's own.
+TBoard* BoardOf(TPrimitive* primitive);
+
 // Draws the place of an object anew.
 void Invalidate(TPrimitive* primitive);
 
-// Erases an object, begins its edit, runs `move`, ends the edit and draws the object, also when `move`
-// raises.
+// Erases an object, begins its edit, runs `move`, ends the edit, draws the object and marks the document as
+// changed, also when `move` raises: what it did until then stays.
 template <class Move>
 void MoveInBracket(TPrimitive* primitive, Move&& move) {
   Invalidate(primitive);
@@ -49,11 +52,9 @@ void MoveInBracket(TPrimitive* primitive, Move&& move) {
   RunFinally(move, [&] {
     primitive->EndModify(nullptr);
     Invalidate(primitive);
+    BoardOf(primitive)->SetState_DocumentHasChanged();
   });
 }
-
-// The board that an object is on, in a wrapper of the object's own.
-TBoard* BoardOf(TPrimitive* primitive);
 
 // The clearance to keep from an object whatever is beside it: of a component the largest horizontal gap of
 // the enabled component clearance rules, of another object the largest gap of the enabled clearance rules,

@@ -80,6 +80,14 @@ TEST(LooseGroup, MovesWhatItLists) {
   EXPECT_TRUE(board->journal.Changes().empty());
   EXPECT_FALSE(component->file_changed);
   EXPECT_EQ(via->Owner(), nullptr);
+  Ref<IPCB_GroupIterator> walk;
+  ASSERT_EQ(group->GroupIterator_Create(walk), Status::Ok);
+  std::vector<std::string> walked;
+  Ref<IPCB_Primitive> object;
+  for (walk->First(object); object; walk->Next(object))
+    walked.push_back(KindName(FromInterface(object.Get())->kind));
+  EXPECT_EQ(walked, (std::vector<std::string>{"Component", "Via"}));
+  ASSERT_EQ(group->GroupIterator_Destroy(walk.Get()), Status::Ok);
   ASSERT_EQ(group->MoveByXY(Mil(10), Mil(20)), Status::Ok);
   EXPECT_EQ(component->Reference(), (TCoordPoint{Mil(110), Mil(120)}));
   EXPECT_EQ(component->Members().back()->Reference(), (TCoordPoint{Mil(110), Mil(120)}));

@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <random>
 
 #include "DLLs/Tools/Placement/AlignPacking.h"
 #include "DLLs/Tools/Placement/AlignRooms.h"
-#include "DLLs/Tools/Placement/NaturalOrder.h"
 #include "Platform/Text.h"
 #include "Tests/DLLs/Tools/Frame/ScopedBoard.h"
 
@@ -269,6 +269,37 @@ TEST_F(Align, KeepsItsPromises) {
   }
 }
 
+// Coordinates wrap; nothing else happens at the ends of their range.
+TEST_F(Align, TakesTheLargestCoordinates) {
+  constexpr TCoord kLow = std::numeric_limits<TCoord>::min(), kHigh = std::numeric_limits<TCoord>::max();
+  const Rectangles before = {
+      {kLow, kLow, kHigh, kHigh}, {kHigh - 9, 5, kHigh, kHigh}, {kLow, -5, kLow + 9, 0}, {0, kLow, 9, kLow}};
+  EXPECT_EQ(RectangleNode(before[0]).Width(), kHigh);
+  EXPECT_EQ(RectangleNode({9, 0, -9, 0}).Width(), 18);
+  const auto wrapped = [](TCoord high, TCoord low) {
+    return static_cast<std::uint32_t>(high) - static_cast<std::uint32_t>(low);
+  };
+  const auto expect_sizes = [&](const Rectangles& after) {
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      EXPECT_EQ(wrapped(after[i].x2, after[i].x1), wrapped(before[i].x2, before[i].x1));
+      EXPECT_EQ(wrapped(after[i].y2, after[i].y1), wrapped(before[i].y2, before[i].y1));
+    }
+  };
+  for (const double grid : {0.0, 100.0, 4e9, 1e300}) {
+    for (int method = eArrangeLeft; method <= eArrangeBottomSideBySide; ++method) {
+      SCOPED_TRACE(method);
+      expect_sizes(Run(static_cast<TArrangerMethod>(method), before, grid));
+    }
+  }
+  for (const bool grow_up : {false, true}) {
+    TRectangleArranger arranger(board, nullptr, kLow, kHigh, kHigh, kLow);
+    arranger.GrowUp = grow_up;
+    Fill(arranger, before);
+    arranger.Run();
+    expect_sizes(Result(arranger));
+  }
+}
+
 TEST_F(Align, PacksIntoARectangle) {
   const struct {
     const char* name;
@@ -358,24 +389,6 @@ TEST_F(Align, LaysRoomsOut) {
     arranger.SpacingX = 2;
     arranger.SpacingY = 3;
     EXPECT_EQ(LaidOut(arranger), row.laid_out) << Platform::ToUtf8(row.sort);
-  }
-}
-
-TEST(NaturalOrder, NumbersInNamesCount) {
-  const struct {
-    const char16_t *a, *b;
-    int order;
-  } rows[] = {
-      {u"R2", u"R10", -1},     {u"r2", u"R2", 0},     {u"2", u"10", -1},      {u"-5", u"+3", -1},
-      {u"", u"0", 0},          {u"", u"A", -1},       {u"A", u"AB", -1},      {u"a_b", u"A", 1},
-      {u"R 2", u"R2", 0},      {u"-A2", u"-A10", -1}, {u"1.5k", u"1.25k", 1}, {u"Ch1 A", u"Ch1", 1},
-      {u"A1B2", u"A1B10", -1}, {u"A2", u"B", -1},     {u"1.2.3", u"1.2", 1},  {u"U1-3", u"U1-10", -1},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(CompareNatural(row.a, row.b), row.order)
-        << Platform::ToUtf8(row.a) << " " << Platform::ToUtf8(row.b);
-    EXPECT_EQ(CompareNatural(row.b, row.a), -row.order)
-        << Platform::ToUtf8(row.a) << " " << Platform::ToUtf8(row.b);
   }
 }
 

@@ -3,106 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "DLLs/Tools/Frame/ObjectScope.h"
-#include "DLLs/Tools/Frame/PCBServer.h"
-#include "Editor/Client/Client.h"
-#include "Editor/Client/Parameters.h"
-#include "Editor/Rules/Rule.h"
-#include "Interfaces/Tools.h"
-#include "Platform/Dialogs.h"
 #include "Platform/Messages.h"
-#include "Platform/Text.h"
-#include "Tests/Support/BoardFromText.h"
+#include "Tests/DLLs/Tools/Placement/ArrangedBoard.h"
 
 namespace Ketril::Tools {
 namespace {
 
-using Tests::Mil;
-using Lines = std::vector<std::string>;
-
-// "U1 300,100 via 70,80 10k 0,90": places in mil of components, vias, comments, selected pads and rooms.
-std::string Places(const Editor::Board& board) {
-  std::string text;
-  board.objects.ForEach(TObjectSet::All(), [&](const Editor::Primitive& object) {
-    const auto* words = Editor::As<Editor::Text>(&object);
-    const auto* rule = Editor::As<Editor::Rule>(&object);
-    const bool shown = object.kind == eComponentObject || object.kind == eViaObject ||
-                       (rule && !rule->data.region.points.empty()) ||
-                       (words && words->data.role != Editor::TextRole::Designator) ||
-                       (object.kind == ePadObject && object.Has(Editor::kFlag_Selected));
-    if (!shown) return;
-    const auto mil = [](TCoord value) { return std::to_string(value / 10000); };
-    const TCoordPoint at = object.Reference();
-    std::string name = Platform::ToUtf8(object.Identifier());
-    if (name.empty() || object.kind == ePadObject) name = object.kind == eViaObject ? "via" : "pad";
-    text += (text.empty() ? "" : " ") + name + " " + mil(at.x) + "," + mil(at.y);
-  });
-  return text;
-}
-
-class AlignTool : public testing::Test {
- protected:
-  ~AlignTool() override { ReleasePCBServer(); }
-
-  void Load(const char* text, double grid = 100) {
-    board = Tests::BoardFromText(text);
-    board->setup.grid_x = board->setup.grid_y = Mil(grid);
-  }
-  IPCBGraphicalViewInterface* View() { return board->view.Get(); }
-  Editor::Rule* Room(const char16_t* name, const char16_t* scope, TCoordRect mils, bool selected = false) {
-    const Ref<Editor::Rule> rule = Editor::MakeRule(eRule_ConfinementConstraint);
-    rule->data.name = name;
-    rule->data.scope1 = scope;
-    const TCoord x1 = Mil(mils.x1), y1 = Mil(mils.y1), x2 = Mil(mils.x2), y2 = Mil(mils.y2);
-    rule->data.region.points = {{x1, y1}, {x2, y1}, {x2, y2}, {x1, y2}};
-    rule->Set(Editor::kFlag_Selected, selected);
-    board->Load(rule.Get());
-    return rule.Get();
-  }
-  static Ref<IParameterList> Parameters(const char16_t* text) {
-    const auto list = Editor::MakeHost<Editor::Parameters>();
-    list->SetFromWide(text);
-    return Ref<IParameterList>(list.Get());
-  }
-
-  Ref<Editor::Board> board;
-  std::vector<TCoordPoint> picks;  // in mil, in their order; then the user cancels
-  Lines prompts;
-  Editor::AlignmentAnswer alignment;
-  bool dialog_confirmed = true;
-
- private:
-  std::optional<TCoordPoint> Pick(const std::u16string& prompt) {
-    prompts.push_back(Platform::ToUtf8(prompt));
-    if (picks.empty()) return std::nullopt;
-    const TCoordPoint pick = picks.front();
-    picks.erase(picks.begin());
-    return TCoordPoint{Mil(pick.x), Mil(pick.y)};
-  }
-  Editor::ClientSetup User() {
-    Editor::ClientSetup setup;
-    setup.choose_location = [this](const std::u16string& prompt) { return Pick(prompt); };
-    setup.choose_rectangle = [this](const std::u16string& first,
-                                    const std::u16string& second) -> std::optional<TCoordRect> {
-      const auto a = Pick(first), b = a ? Pick(second) : std::nullopt;
-      if (!b) return std::nullopt;
-      return TCoordRect{a->x, a->y, b->x, b->y};
-    };
-    setup.dialogs.alignment = [this](Editor::AlignmentAnswer& answer) {
-      answer = alignment;
-      return dialog_confirmed;
-    };
-    setup.dialogs.room_arrange = [this](IPCB_RoomArrangeOptions& options) {
-      options.SetState_ColCount(3);
-      return dialog_confirmed;
-    };
-    return setup;
-  }
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(User())};
-};
+using AlignTool = ArrangedBoard;
 
 TEST_F(AlignTool, WhatBecomesANode) {
   const struct {
@@ -216,6 +124,19 @@ TEST_F(AlignTool, CentringOnNothingOrOnSomethingElseMovesNothing) {
   }
 }
 
+// A selected member stands for its component and is what is centred.
+TEST_F(AlignTool, CentringByAMember) {
+  for (const TCoordPoint pick : {TCoordPoint{100, 100}, TCoordPoint{800, 400}}) {
+    Load(
+        "via 100,100 60/30 selected; component U1 at 700,400 { pad 100,0 40x40 selected; pad 0,0 40x40 };"
+        "via 300,900 20/10 selected");
+    picks = {pick};
+    Tools_RunArrange(board.Get(), View(), eArrangeHorCenter);
+    EXPECT_EQ(Places(*board), pick.x == 100 ? "via 100,100 U1 0,400 pad 100,400 via 100,900"
+                                            : "via 800,100 U1 700,400 pad 800,400 via 800,900");
+  }
+}
+
 TEST_F(AlignTool, ToTheGridCutsTowardsZero) {
   Load(
       "component U1 at 155,-155 selected { pad 0,0 60x60 }; component U2 at 400,300 selected { pad 0,0 60x60 "
@@ -224,17 +145,40 @@ TEST_F(AlignTool, ToTheGridCutsTowardsZero) {
   EXPECT_EQ(Places(*board), "U1 100,-100 U2 400,300");
 }
 
+// The component keeps 10 mil from others and the vias 4. It shares a channel with the first via along x and
+// with the last along y only by what these clearances add.
+TEST_F(AlignTool, ClearancesCountForEdgesAndChannels) {
+  const struct {
+    TArrangerMethod method;
+    const char* after;
+  } rows[] = {
+      {eArrangeLeft, "U1 316,100 via 300,150 via 300,400 via 300,700"},
+      {eArrangeRight, "U1 884,100 via 900,150 via 900,400 via 900,700"},
+      {eArrangeTop, "U1 500,684 via 300,700 via 900,700 via 552,700"},
+      {eArrangeBottom, "U1 500,100 via 300,84 via 900,84 via 552,84"},
+      {eArrangeLeftSideBySide, "U1 500,100 via 564,150 via 484,400 via 484,700"},
+      {eArrangeRightSideBySide, "U1 500,100 via 436,150 via 516,400 via 516,700"},
+      {eArrangeTopSideBySide, "U1 500,100 via 300,116 via 900,116 via 552,36"},
+      {eArrangeBottomSideBySide, "U1 500,100 via 300,84 via 900,84 via 552,164"},
+  };
+  for (const auto& row : rows) {
+    Load(
+        "component U1 at 500,100 selected { pad 0,0 60x60 }; via 300,150 40/20 selected;"
+        "via 900,400 40/20 selected; via 552,700 40/20 selected");
+    Clearance(eRule_ComponentClearance, 10);
+    Clearance(eRule_Clearance, 3);
+    Clearance(eRule_Clearance, 4);
+    Clearance(eRule_Clearance, 99, false);
+    Tools_RunArrange(board.Get(), View(), row.method);
+    EXPECT_EQ(Places(*board), row.after) << row.method;
+  }
+}
+
 // What the clearance rules ask stands between the objects, and comes off again.
 TEST_F(AlignTool, NodesKeepTheirClearance) {
   Load(kThree);
-  const Ref<Editor::Rule> rule = Editor::MakeRule(eRule_ComponentClearance);
-  rule->data.horizontal_gap = Mil(10);
-  rule->data.vertical_gap = Mil(50);
-  board->Load(rule.Get());
-  const Ref<Editor::Rule> disabled = Editor::MakeRule(eRule_ComponentClearance);
-  disabled->data.horizontal_gap = Mil(99);
-  disabled->data.enabled = false;
-  board->Load(disabled.Get());
+  Clearance(eRule_ComponentClearance, 10);
+  Clearance(eRule_ComponentClearance, 99, false);
   Tools_RunArrangeToRectangle(board.Get(), View(), 0, 0, Mil(200), Mil(1000));
   // 80, 80 and 60 high, 80, 80 and 120 wide: the first two side by side from 10 mil below the top.
   EXPECT_EQ(Places(*board), "U1 40,950 U2 60,880 U3 120,950");
@@ -263,9 +207,37 @@ TEST_F(AlignTool, SpreadTextsKeepTheirMeanGap) {
 }
 
 TEST_F(AlignTool, ATextBesideOtherThingsIsSpreadByItsReference) {
-  Load("via 0,0 60/30 selected; text 500,0 \"A\" h50 selected topoverlay; via 2000,0 60/30 selected");
-  Tools_RunArrange(board.Get(), View(), eArrangeSpreadX);
-  EXPECT_EQ(Places(*board), "via 0,0 A 970,0 via 2000,0");  // -30 + 2000 / 2
+  for (const double clearance : {0.0, 4.0}) {
+    Load("via 0,0 60/30 selected; text 500,0 \"A\" h50 selected topoverlay; via 2000,0 60/30 selected");
+    Clearance(eRule_Clearance, clearance);
+    Tools_RunArrange(board.Get(), View(), eArrangeSpreadX);
+    EXPECT_EQ(Places(*board), "via 0,0 A 970,0 via 2000,0");  // -30 + 2000 / 2
+  }
+}
+
+// Runs end at what is no text; the first text of a run has nothing to follow.
+TEST_F(AlignTool, EachRunOfTextsHasItsOwnGap) {
+  Load(R"(
+    via 0,0 60/30 selected
+    text 0,200 "A" h50 selected topoverlay
+    text 0,400 "B" h50 selected topoverlay
+    via 0,1000 60/30 selected
+    text 0,1300 "C" h50 selected topoverlay
+    text 0,1800 "D" h50 selected topoverlay
+    via 0,6000 60/30 selected
+  )");
+  const auto box = [&](std::size_t n) { return Tests::Find<Editor::Text>(*board, n)->Bounds(); };
+  const TCoord first_gap = box(1).y1 - box(0).y2, second_gap = box(3).y1 - box(2).y2;
+  ASSERT_GT(first_gap, 0);
+  Tools_RunArrange(board.Get(), View(), eArrangeSpreadY);
+  // Steps of 1000 from -30: the texts that have a gap leave theirs.
+  EXPECT_EQ(Tests::Find<Editor::Text>(*board, 0)->Reference().y, Mil(970));
+  EXPECT_EQ(box(1).y1 - box(0).y2, first_gap);
+  EXPECT_EQ(Tests::Find<Editor::Text>(*board, 2)->Reference().y, Mil(3970));
+  EXPECT_EQ(box(3).y1 - box(2).y2, second_gap);
+  EXPECT_EQ(Tests::Find<Editor::Via>(*board, 1)->Reference().y, Mil(3000));
+  EXPECT_EQ(Tests::Find<Editor::Via>(*board, 2)->Reference().y, Mil(6000));
+  for (std::size_t n = 0; n < 4; ++n) EXPECT_EQ(Tests::Find<Editor::Text>(*board, n)->Reference().x, 0);
 }
 
 TEST_F(AlignTool, OutsideTheBoard) {
@@ -324,66 +296,6 @@ TEST_F(AlignTool, ToRectangles) {
   EXPECT_EQ(prompts.front() + ", " + prompts[1], "Choose first corner, Choose second corner");
 }
 
-TEST_F(AlignTool, ToRooms) {
-  const char* const kBoard =
-      "component R1 at 0,0 { pad 0,0 60x60 }; component R2 at 0,100 locked { pad 0,0 60x60 };"
-      "component C1 at 0,200 selected { pad 0,0 60x60 }";
-  const char* const kMoved = "R1 1030,1960 R2 0,100 C1 0,200 A 1000,1000 B 3000,1000";
-  const char* const kStays = "R1 0,0 R2 0,100 C1 0,200 A 1000,1000 B 3000,1000";
-  const char* const kBoth = "R1 1030,1960 R2 0,100 C1 3030,1960 A 1000,1000 B 3000,1000";
-  const auto load = [&] {
-    Load(kBoard);
-    Room(u"A", u"component and name:R*", {1000, 1000, 2000, 2000});
-    Room(u"B", u"component and name:C*", {3000, 1000, 4000, 2000});
-    prompts.clear();
-  };
-  const struct {
-    const char* name;
-    const char16_t* parameters;
-    std::vector<TCoordPoint> picks;
-    const char* after;
-    std::size_t prompts;
-  } rows[] = {
-      {"by name", u"RoomName=A", {}, kMoved, 0},
-      {"by a name that the user corrects", u"RoomName=X", {}, kMoved, 1},
-      {"by numbers, absent and unknown ones passed over",
-       u"RoomsToUpdateCount=4|Room1=A|Room3=Z|Room4=B",
-       {},
-       kBoth,
-       0},
-      {"a count of none", u"RoomsToUpdateCount=0", {}, kStays, 0},
-      {"picked, until he cancels", u"", {{3500, 1500}, {9000, 9000}, {1500, 1500}}, kBoth, 4},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    load();
-    Platform::SetStringEditProvider([&](const std::u16string& caption, std::u16string& text) {
-      prompts.push_back(Platform::ToUtf8(caption));
-      EXPECT_EQ(caption, u"Enter Room Name");
-      EXPECT_EQ(text, u"X");
-      text = u"A";
-      return true;
-    });
-    picks = row.picks;
-    Tools_AutoPlaceToRoom(board.Get(), View(), Parameters(row.parameters).Get());
-    Platform::SetStringEditProvider(nullptr);
-    EXPECT_EQ(Places(*board), row.after);
-    EXPECT_EQ(prompts.size(), row.prompts);
-  }
-  load();
-  Tools_RunArrangeToRoom(board.Get(), View(), u"nowhere");
-  EXPECT_EQ(Places(*board), kStays);
-  Tools_RunArrangeToRoom(board.Get(), View(), u"A");
-  EXPECT_EQ(Places(*board), kMoved);
-  const Ref<Editor::Rule> other = Editor::MakeRule(eRule_Clearance);
-  board->Load(other.Get());
-  EXPECT_FALSE(Tools_RunArrangeToRoomRule(board.Get(), View(), nullptr));
-  EXPECT_FALSE(Tools_RunArrangeToRoomRule(board.Get(), View(), Probe<IPCB_Rule>(other->AsInterface()).Get()));
-  Ref<IPCB_Primitive> room;
-  board->GetState_RuleByName(u"B", room);
-  EXPECT_TRUE(Tools_RunArrangeToRoomRule(board.Get(), View(), Probe<IPCB_Rule>(room).Get()));
-}
-
 TEST_F(AlignTool, ByTheAlignmentDialog) {
   Load(kThree);
   alignment = {eArrangeLeft, eArrangeSpreadY, true};
@@ -397,68 +309,6 @@ TEST_F(AlignTool, ByTheAlignmentDialog) {
   dialog_confirmed = false;
   Tools_AutoPlaceRunDialog(board.Get(), View());
   EXPECT_EQ(Places(*board), "U1 500,100 U2 300,400 U3 1000,800");
-}
-
-// A room goes with its components and what lies wholly in it; the rest stays.
-TEST_F(AlignTool, RoomsMoveWithWhatTheyHold) {
-  Load(R"(
-    component R1 at 130,130 rot 90 { pad 0,0 60x60 net A; text 0,80 "10k" comment }
-    component R2 at 150,170 locked { pad 0,0 60x60 }
-    component C1 at 5000,5000 { pad 0,0 60x60 }
-    via 180,180 20/10 net A
-    via 201,180 20/10 net A
-    track 0,0 4000,0 w10 top
-  )");
-  Editor::Rule* const a = Room(u"A", u"component and name:R*", {100, 100, 200, 200}, true);
-  Editor::Rule* const b = Room(u"B", u"component and name:C*", {4900, 4900, 5200, 5100}, true);
-  Room(u"X", u"not all", {300, 300, 400, 400});
-  const Ref<Editor::ObjectClass> channel = Editor::MakeHost<Editor::ObjectClass>();
-  channel->data.name = u"Channel";
-  channel->data.member_kind = eClassMemberKind_DesignChannel;
-  channel->data.members = {u"A"};
-  board->Load(channel.Get());
-  const auto options = Editor::MakeHost<Editor::RoomArrangeOptions>();
-  options->SetState_ColCount(1);
-  options->SetState_OriginX(Mil(1000));
-  options->SetState_OriginY(Mil(1000));
-  options->SetState_AutoSpacing(false);
-  options->SetState_SpacingY(Mil(50));
-  Tools_RunRoomArrange(board.Get(), View(), options.Get());
-  // B is in no channel and comes first; A follows after B's height and the gap.
-  EXPECT_EQ(b->Bounds(), (TCoordRect{Mil(1000), Mil(1000), Mil(1300), Mil(1200)}));
-  EXPECT_EQ(a->Bounds(), (TCoordRect{Mil(1000), Mil(1250), Mil(1100), Mil(1350)}));
-  EXPECT_EQ(Places(*board),
-            "R1 1030,1280 10k 950,1280 R2 150,170 C1 1100,1100 via 1080,1330 via 201,180 A 1000,1250 B "
-            "1000,1000 X 300,300");
-  EXPECT_EQ(Tests::Find<Editor::Component>(*board)->data.rotation, 90);
-}
-
-TEST_F(AlignTool, RoomsByTheDialogTakeTheirOriginFromAPick) {
-  const auto load = [&] {
-    Load("");
-    prompts.clear();
-    return Room(u"A", u"not all", {100, 100, 200, 200}, true);
-  };
-  const auto low_corner = [](const Editor::Rule* room) { return room->Bounds().Location1(); };
-  const TCoordPoint unmoved{Mil(100), Mil(100)}, picked{Mil(700), Mil(800)};
-  const Editor::Rule* room = load();
-  Tools_ArrangeRooms(board.Get(), View(), nullptr);
-  EXPECT_EQ(low_corner(room), unmoved) << "the pick is cancelled";
-  picks = {{700, 800}};
-  Tools_ArrangeRooms(board.Get(), View(), nullptr);
-  EXPECT_EQ(low_corner(room), picked) << "one room is laid out too";
-  EXPECT_EQ(prompts, (Lines{"Choose location", "Choose location"}));
-  picks = {{1, 1}};  // the origin is chosen by now, and kept
-  Tools_ArrangeRooms(board.Get(), View(), nullptr);
-  EXPECT_EQ(prompts.size(), 2u);
-  room = load();
-  dialog_confirmed = false;
-  Tools_ArrangeRooms(board.Get(), View(), nullptr);
-  EXPECT_EQ(low_corner(room), unmoved) << "the dialog is cancelled";
-  EXPECT_TRUE(prompts.empty());
-  // Without options all is zero.
-  Tools_RunRoomArrange(board.Get(), View(), nullptr);
-  EXPECT_EQ(low_corner(room), TCoordPoint{});
 }
 
 }  // namespace
