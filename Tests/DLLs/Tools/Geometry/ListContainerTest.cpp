@@ -38,8 +38,23 @@ TEST_F(ListContainer, GrowsAsTold) {
     if (capacities.empty() || capacities.back() != list.Capacity()) capacities.push_back(list.Capacity());
   }
   EXPECT_EQ(capacities, (std::vector<std::int32_t>{4, 8, 12, 28, 44, 60, 76, 95}));
-  EXPECT_THROW(list.SetCapacity(94), EListError);
-  EXPECT_THROW(list.SetCapacity(134217728), EListError);
+  const auto text = [](auto call) -> std::string {
+    try {
+      call();
+    } catch (const EListError& error) {
+      return error.what();
+    }
+    return "";
+  };
+  EXPECT_EQ(text([&] { list.SetCapacity(94); }), "List capacity out of bounds (94)");
+  EXPECT_EQ(text([&] { list.SetCapacity(134217728); }), "List capacity out of bounds (134217728)");
+  EXPECT_EQ(text([&] { list.SetCount(-1); }), "List count out of bounds (-1)");
+  EXPECT_EQ(text([&] { list.SetStorageToFixedArray(-1); }), "List capacity out of bounds (-1)");
+  list.SetStorageToFixedArray(3);
+  list.AtPut(2, &squares[1]);
+  EXPECT_EQ(list.Capacity(), 3);
+  EXPECT_EQ(list.Count(), 3);
+  EXPECT_EQ(Numbers(list), (std::vector<int>{1}));
 }
 
 TEST_F(ListContainer, KeepsNullsAndDuplicatesUntilTheyGo) {
@@ -69,6 +84,8 @@ TEST_F(ListContainer, CombinesWithAnother) {
   EXPECT_EQ(Numbers(list), (std::vector<int>{1, 3}));
   list.Subtract(&other);
   EXPECT_EQ(list.Count(), 0);
+  other.CopyTo(&other);
+  EXPECT_EQ(Numbers(other), (std::vector<int>{1, 3, 1, 3}));
   other.Subtract(&other);
   EXPECT_EQ(other.Count(), 0);
   list.Add(nullptr);
