@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "DLLs/Tools/Geometry/AbstractPolygon.h"
 
 namespace Ketril::Tools {
@@ -125,7 +127,33 @@ TEST_F(ListContainer, RefusesWhatItCannot) {
   EXPECT_EQ(text([&] { list.Search(nullptr, index); }), "Container doesn't support [Search] method.");
   EXPECT_EQ(text([&] { list.Compare(nullptr, nullptr); }),
             "Container doesn't support [Compare] method (Make sure this is a sorted container).");
-  EXPECT_EQ(text([] { TContainerBase().At(0); }), "Container doesn't support [At] method.");
+  TContainerBase none;
+  const std::pair<const char*, std::function<void()>> calls[] = {
+      {"AcceptDuplicates", [&] { none.AcceptDuplicates(true); }},
+      {"At", [&] { none.At(0); }},
+      {"AtInsert", [&] { none.AtInsert(0, nullptr); }},
+      {"AtPut", [&] { none.AtPut(0, nullptr); }},
+      {"Count", [&] { none.Count(); }},
+      {"CreateIterator", [&] { none.CreateIterator(); }},
+      {"Delete", [&] { none.Delete(nullptr); }},
+      {"DeleteAll", [&] { none.DeleteAll(); }},
+      {"FreeAll", [&] { none.FreeAll(); }},
+      {"GetFirst", [&] { none.GetFirst(); }},
+      {"GetLast", [&] { none.GetLast(); }},
+      {"GetRebuilThreshold", [&] { none.GetRebuilThreshold(); }},
+      {"IndexOf", [&] { none.Exists(nullptr); }},
+      {"Insert", [&] { none.Insert(nullptr); }},
+      {"MemoryUsed", [&] { none.MemoryUsed(); }},
+      {"Pack", [&] { none.Pack(); }},
+      {"ProcessItems", [&] { none.ProcessItems([](TItem) {}); }},
+      {"ProcessItemsAllowAbort", [&] { none.ProcessItemsAllowAbort([](TItem) { return true; }); }},
+      {"Rebuild", [&] { none.Rebuild(); }},
+      {"Search", [&] { none.Search(nullptr, index); }},
+      {"SetRebuilThreshold", [&] { none.SetRebuilThreshold(1); }},
+  };
+  for (const auto& [method, call] : calls)
+    EXPECT_EQ(text(call), "Container doesn't support [" + std::string(method) + "] method.");
+  EXPECT_FALSE(none.RequiresRebuild());
 }
 
 }  // namespace
