@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "DLLs/Tools/Geometry/ContourPoints.h"
+#include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/PolyTools.h"
 #include "DLLs/Tools/Geometry/PolygonUtils.h"
 #include "DLLs/Tools/Geometry/VertexList.h"
@@ -234,6 +235,23 @@ TEST(PolygonUtils, CleansUp) {
   const Poly flat("-1000000000,1000 1000000000,1004 1000000000,1000 -1000000000,1004");
   TPolygonUtils::CleanUpPolygon(*flat);
   EXPECT_EQ(flat->GetState_BoundingRectangle().y1, 1000) << Text(*flat);
+}
+
+// A rounded crossing moves edges across others that were passed before.
+TEST(PolygonUtils, CleaningLeavesNoEdgesThatCross) {
+  for (const char* text :
+       {"4,9 11,5 3,11 3,1 9,6 2,12", "2,0 0,0 3,3 3,5 4,2 4,5", "18,3 1,12 20,5 0,20 14,2 3,17 0,21"}) {
+    const Poly ring(text);
+    TPolygonUtils::CleanUpPolygon(*ring);
+    EXPECT_GE(ring->PointCount(), 3) << text;
+    for (std::int32_t i = 0; i < ring->PointCount(); ++i) {
+      for (std::int32_t j = i + 2; j < ring->PointCount(); ++j)
+        EXPECT_NE(
+            TGeomUtils::DoLinesCross(ring->Ring(i), ring->Ring(i + 1), ring->Ring(j), ring->Ring(j + 1)),
+            LinesCross)
+            << text << ": " << Text(*ring);
+    }
+  }
 }
 
 TEST(PolygonUtils, CornersWithFractionsBecomeWhole) {
