@@ -229,7 +229,7 @@ class IPCB_Contour : public IInterface {
   static constexpr InterfaceId Id{"IPCB_Contour"};
   // Writing it cuts the ring, or leaves the vertices beyond the old count undefined.
   KETRIL_PROPERTY(std::int32_t, Count);
-  // In square units, positive when counter-clockwise.
+  // In square units, of either orientation.
   KETRIL_READ(double, Area);
   virtual Status GetState_PointX(std::int32_t index, TCoord& x) noexcept = 0;
   virtual Status GetState_PointY(std::int32_t index, TCoord& y) noexcept = 0;

@@ -1,6 +1,7 @@
 // Rings of vertices, and the objects by which tools hand areas over and take them.
 #pragma once
 
+#include <cmath>
 #include <vector>
 
 #include "Editor/HostObject.h"
@@ -36,7 +37,7 @@ class Contour final : public HostObject<IPCB_Contour> {
 
   KETRIL_HOST_PAIR(IPCB_Contour, std::int32_t, Count, static_cast<std::int32_t>(vertices_.size()),
                    vertices_.resize(value < 0 ? 0 : static_cast<std::size_t>(value)))
-  KETRIL_HOST_READ(IPCB_Contour, double, Area, AreaOf(Ring{Points(), false}))
+  KETRIL_HOST_READ(IPCB_Contour, double, Area, std::abs(AreaOf(Ring{Points(), false})))
   KETRIL_HOST_METHOD(IPCB_Contour, GetState_PointX, (std::int32_t index, TCoord& x),
                      OnVertex(index, [&](Tgpc_vertex& vertex) { x = ToCoord(vertex.x); }))
   KETRIL_HOST_METHOD(IPCB_Contour, GetState_PointY, (std::int32_t index, TCoord& y),

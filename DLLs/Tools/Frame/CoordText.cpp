@@ -3,18 +3,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 #include "DLLs/Tools/Frame/HostLink.h"
 #include "DLLs/Tools/Frame/NumberText.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
+#include "DLLs/Tools/Geometry/Rounding.h"
 
 namespace Ketril::Tools {
 namespace {
 
 constexpr double kUnitsPerMil = 10000;
-constexpr double kLowest = std::numeric_limits<TCoord>::min();
-constexpr double kHighest = std::numeric_limits<TCoord>::max();
 
 double MilsToUnits(double mils) {
   return mils * kUnitsPerMil;
@@ -55,21 +53,16 @@ std::int64_t FractionalDigits_mm() {
 
 }  // namespace
 
-TCoord RoundToCoord(double value) {
-  if (std::isnan(value)) return 0;
-  return static_cast<TCoord>(std::nearbyint(std::clamp(value, kLowest, kHighest)));
-}
-
 double CoordToMils(TCoord c) {
   return static_cast<double>(RoundedQuotient(c, 10)) / 1000;
 }
 
 TCoord MilsToCoord(double mils) {
-  return RoundToCoord(MilsToUnits(mils));
+  return Round(MilsToUnits(mils));
 }
 
 TCoord MMsToCoord(double millimetres) {
-  return RoundToCoord(MMsToUnits(millimetres));
+  return Round(MMsToUnits(millimetres));
 }
 
 std::u16string CoordUnitToString(TCoord c, TUnit unit) {
@@ -98,7 +91,7 @@ bool StringToCoordUnit(std::u16string_view text, TUnit default_unit, TCoord& c, 
   const std::optional<double> number = TextToDouble(text);
   if (!number) return false;
   const double units = std::nearbyint(found_unit == eMetric ? MMsToUnits(*number) : MilsToUnits(*number));
-  if (units < kLowest || units > kHighest) return false;
+  if (units < kLowestCoord || units > kHighestCoord) return false;
   c = static_cast<TCoord>(units);
   unit = found_unit;
   return true;

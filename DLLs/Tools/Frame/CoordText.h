@@ -8,13 +8,10 @@
 
 namespace Ketril::Tools {
 
-// To the nearest unit, a half to the even neighbour. What is beyond the range of a coordinate becomes the end
-// of the range; what is no number becomes 0.
-TCoord RoundToCoord(double value);
-
 // In mils, rounded to 3 decimal digits, a half to the even neighbour.
 double CoordToMils(TCoord c);
-// Rounded as by RoundToCoord.
+// To the nearest unit, a half to the even neighbour. What is beyond the range of a coordinate becomes the end
+// of the range; what is no number becomes 0.
 TCoord MilsToCoord(double mils);
 TCoord MMsToCoord(double millimetres);
 

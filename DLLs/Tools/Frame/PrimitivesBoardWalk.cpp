@@ -7,6 +7,7 @@
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"
 #include "DLLs/Tools/Frame/PrimitivesIterators.h"
+#include "DLLs/Tools/Geometry/PointUtils.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Tools {
@@ -25,15 +26,6 @@ void WalkHost(const Ref<IPCB_Board>& board, TObjectSet objects, IPCB_LayerSet* l
   On(iterator).Call(&IPCB_BoardIterator::FilterMethod, method);
   Ref<IPCB_Primitive> object = On(iterator).Read(&IPCB_BoardIterator::First);
   for (; object; object = On(iterator).Read(&IPCB_BoardIterator::Next)) each(object);
-}
-
-// |dx| + |dy| in 32 bits: beyond their range it wraps.
-std::int32_t ManhattanDistance(TCoordPoint a, TCoordPoint b) {
-  const auto length = [](TCoord from, TCoord to) {
-    const auto d = static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from);
-    return static_cast<std::int32_t>(d) < 0 ? 0u - d : d;
-  };
-  return static_cast<std::int32_t>(length(a.x, b.x) + length(a.y, b.y));
 }
 
 TCoordPoint ReferencePoint(const TComp* component) {
@@ -81,9 +73,9 @@ std::vector<TComp*> TBoard::GetSpatialSortedComponents() const {
   TCoordPoint previous;
   for (std::size_t i = 0; i < components.size(); ++i) {
     std::size_t nearest = i;
-    std::int32_t best = ManhattanDistance(previous, ReferencePoint(components[i]));
+    TCoord best = TPointUtils::Manhattan(previous, ReferencePoint(components[i]));
     for (std::size_t j = i + 1; j < components.size(); ++j) {
-      const std::int32_t distance = ManhattanDistance(previous, ReferencePoint(components[j]));
+      const TCoord distance = TPointUtils::Manhattan(previous, ReferencePoint(components[j]));
       if (distance >= best) continue;
       best = distance;
       nearest = j;

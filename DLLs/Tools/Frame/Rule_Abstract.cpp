@@ -4,14 +4,9 @@
 
 namespace Ketril::Tools {
 
-namespace {
-
-// A null object goes to the host as an empty reference.
-Ref<IPCB_Primitive> HostOf(const TPrimitive* P) {
+Ref<IPCB_Primitive> TRule::HostOf(const TPrimitive* P) {
   return P ? P->IPrimitive() : nullptr;
 }
-
-}  // namespace
 
 bool TRule::Scope1Includes(const TPrimitive* P) const {
   return On(IRule()).Read(&IPCB_Rule2::Scope1Includes, HostOf(P).Get());

@@ -56,6 +56,10 @@ class TRule : public TWrapper<TRule, TPrimitive> {
   KETRIL_FORWARD(TRuleLayerKind, LayerKind, IRule, LayerKind)
   KETRIL_FORWARD(std::u16string, Scope1Expression, IRule, Scope1Expression)
   KETRIL_FORWARD(std::u16string, Scope2Expression, IRule, Scope2Expression)
+
+ protected:
+  // A null object goes to the host as an empty reference.
+  static Ref<IPCB_Primitive> HostOf(const TPrimitive* P);
 };
 
 }  // namespace Ketril::Tools

@@ -7,23 +7,22 @@ using IHost = IPCB_ClearanceConstraint2;
 TCoord TClearanceConstraint::GetClearance(const TPrimitive* APrimitive1,
                                           const TPrimitive* APrimitive2) const {
   return On(IClearanceConstraint())
-      .Read(&IHost::GetState_ObjectClearance, APrimitive1->IPrimitive().Get(),
-            APrimitive2->IPrimitive().Get());
+      .Read(&IHost::GetState_ObjectClearance, HostOf(APrimitive1).Get(), HostOf(APrimitive2).Get());
 }
 
 void TClearanceConstraint::SetClearance(const TPrimitive* APrimitive1, const TPrimitive* APrimitive2,
                                         TCoord AClearance) {
   On(IClearanceConstraint())
-      .Call(&IHost::SetState_ObjectClearance, APrimitive1->IPrimitive().Get(),
-            APrimitive2->IPrimitive().Get(), AClearance);
+      .Call(&IHost::SetState_ObjectClearance, HostOf(APrimitive1).Get(), HostOf(APrimitive2).Get(),
+            AClearance);
 }
 
 TCoord TClearanceConstraint::MaxGap(const TPrimitive* APrim) const {
-  return On(IClearanceConstraint()).Read(&IHost::GetState_ObjectMaxGap, APrim->IPrimitive().Get());
+  return On(IClearanceConstraint()).Read(&IHost::GetState_ObjectMaxGap, HostOf(APrim).Get());
 }
 
 TCoord TClearanceConstraint::MinGap(const TPrimitive* APrim) const {
-  return On(IClearanceConstraint()).Read(&IHost::GetState_ObjectMinGap, APrim->IPrimitive().Get());
+  return On(IClearanceConstraint()).Read(&IHost::GetState_ObjectMinGap, HostOf(APrim).Get());
 }
 
 TCoord TClearanceConstraint::GetClearance(TObjectClearanceId AClearanceId1,

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Ketril::Tools {
 
@@ -87,7 +88,11 @@ TContainerIterator* TContainerBase::CreateIterator() {
 }
 
 void TContainerBase::CopyTo(TContainer* aContainer) {
-  if (aContainer) Walk(*this, [&](TItem item) { aContainer->Insert(item); });
+  if (!aContainer) return;
+  // All at once, because a container that is copied to itself grows under a walk.
+  std::vector<TItem> items;
+  Walk(*this, [&](TItem item) { items.push_back(item); });
+  for (TItem item : items) aContainer->Insert(item);
 }
 
 void TContainerBase::Add(TContainer* aContainer) {

@@ -9,7 +9,8 @@
 //   DoesSegmentIntersect     only where it goes on into the inside
 //   DoesRectIntersect        in           in           in (by the corners and edges)
 //   IsOverlappingPoly        by DoesSegmentIntersect of the other's edges; a box of no width or height: out
-// Nothing raises, but for memory. Degenerate rings (no area, repeated vertices) give what the steps give.
+// Nothing raises, but for memory. An empty ring has nothing in or on it, and nothing reaches it; in a ring of
+// no area nothing is in, and its vertices and edges are on it.
 #pragma once
 
 #include "DLLs/Tools/Geometry/PointList.h"

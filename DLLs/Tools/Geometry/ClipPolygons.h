@@ -35,8 +35,8 @@ enum TClipOperation : std::uint8_t {
 // of m that run along each other being m crossings. Uses only its own memory, so calls on different data may
 // run side by side. When memory runs out, raises Exception "contributing Subject Contours table creation",
 // "contributing Clip Contours table creation", "memory allocation in GPC_MALLOC" (edges), "sbt creation"
-// (what the sweep keeps), "vertex creation", "hole flag table creation" or "contour creation"; Result is then
-// as it was.
+// (what the sweep keeps), "memory allocation in GPC_REALLOC" (more vertices than were reckoned with), "vertex
+// creation", "hole flag table creation" or "contour creation"; Result is then as it was.
 void ClipPolygons(std::uint8_t Operation, const Tgpc_polygon* Subject, const Tgpc_polygon* Clip,
                   Tgpc_polygon* Result);
 

@@ -45,11 +45,12 @@ bool IsNothing(std::span<const TClipPoint> points, bool hole) {
 }  // namespace
 
 void TClipChains::Reserve(std::size_t vertices) {
+  const bool grows = !vertices_.empty();
   try {
     if (vertices > std::numeric_limits<std::int32_t>::max()) throw std::bad_alloc();
     vertices_.reserve(vertices);
   } catch (const std::bad_alloc&) {
-    throw Exception("vertex creation");
+    throw Exception(grows ? "memory allocation in GPC_REALLOC" : "vertex creation");
   }
 }
 

@@ -15,8 +15,8 @@ class TClipChains {
  public:
   explicit TClipChains(std::pmr::memory_resource* memory)
       : vertices_(memory), chains_(memory), closed_(memory) {}
-  // May be called before the first chain. The pool of vertices grows by itself, and raises Exception "vertex
-  // creation" when it cannot.
+  // May be called before the first chain; raises Exception "vertex creation" when memory runs out. The pool
+  // of vertices grows by itself, and raises "memory allocation in GPC_REALLOC" when it cannot.
   void Reserve(std::size_t vertices);
 
   // A chain of one vertex. `hole` tells that the inside is below it: of all chains that make a contour the

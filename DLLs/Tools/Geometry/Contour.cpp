@@ -100,7 +100,7 @@ void TContour::ChangeCount(std::int32_t N) {
 
 double TContour::Area() const {
   if (!FChachedAreaValid) {
-    FCachedArea = static_cast<double>(ContourArea(*F_PGPCVertexList));
+    FCachedArea = static_cast<double>(ContourAbsoluteArea(*F_PGPCVertexList));
     FChachedAreaValid = true;
   }
   return FCachedArea;

@@ -13,9 +13,9 @@ class EContourException : public Exception {
   using Exception::Exception;
 };
 
-// Vertices are kept in doubles and read as whole numbers, a half to the even one; beyond the range they read
-// as 2147483647 or -2147483647. Growing rounds all of them in place. An index is cyclic: Count is vertex 0
-// again, -1 the last one.
+// Of neither half, and without tolerance. Vertices are kept in doubles and read as whole numbers, a half to
+// the even one; beyond the range they read as 2147483647 or -2147483647. Growing rounds all of them in place.
+// An index is cyclic: Count is vertex 0 again, -1 the last one.
 //
 // Each operation has two forms: that of the interface, which answers with a failing status, and one that
 // raises: EContourException "Contour is empty" for a vertex of an empty contour, Exception
@@ -30,6 +30,7 @@ class TContour final : public CountedObject<IPCB_Contour> {
   std::int32_t GetState_Count() const { return F_PGPCVertexList->num_vertices; }
   // Vertices beyond the old count are undefined.
   void ChangeCount(std::int32_t N);
+  // Without a sign, rounded to a whole number, a half to the even one; 0 below 3 vertices.
   double Area() const;
   TCoord PointX(std::int32_t I) const;
   TCoord PointY(std::int32_t I) const;

@@ -1,5 +1,6 @@
-// Area and containment of vertex lists. All exact on doubles that are whole numbers of 32 bits, up to the
-// rounding of sums of their products; nothing here raises.
+// Area and containment of vertex lists. Of neither half: in doubles, but without tolerance, and exact on
+// those that are whole numbers of 32 bits, up to the rounding of sums of their products. Nothing here raises;
+// below 3 vertices there is no area, and nothing is contained.
 #pragma once
 
 #include <cstdint>

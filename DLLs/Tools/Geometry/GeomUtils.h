@@ -3,7 +3,8 @@
 // Coordinates compare exactly, and there is no tolerance but what an operation names. Differences never
 // overflow; where a product decides in `Intersection`, `DoLinesCross`, `IsPointOnLine`, `IntersectionCase`
 // or `IntersectionCode` it is exact for all coordinates. What is rounded to a coordinate goes half away from
-// zero (`Nearest`) and is kept in range. Nothing here raises.
+// zero (`Nearest`) and is kept in range. Nothing here raises. The operations on vectors are plain arithmetic
+// in doubles, not rounded; a vector without length stays one.
 #pragma once
 
 #include <cstdint>
@@ -45,14 +46,14 @@ class TGeomUtils {
   // Where the point is outside of an ordered rectangle: 1 above, 2 below, 4 right, 8 left; 0 inside or on it.
   static std::uint32_t ClipCode(TCoordPoint Pt, const TCoordRect& Rc);
   // Do the closed segments meet, by `Clockwise`. Touching counts. Segments that it takes for collinear meet
-  // unless both ends of the second lie beyond one side of the first's rectangle.
+  // unless both ends of the second lie beyond one side of the first's rectangle. A segment may be a point.
   static bool Intersect(TCoordPoint PtA, TCoordPoint PtB, TCoordPoint PtC, TCoordPoint PtD);
   // Exact. Collinear segments: `LinesColinear` when they share more than a point, `LinesTee` when they meet
   // end to end. A point on a segment is `LinesTee`.
   static TLineCrossType DoLinesCross(TCoordPoint OneEnd1, TCoordPoint OtherEnd1, TCoordPoint OneEnd2,
                                      TCoordPoint OtherEnd2);
   // Is the point at most `FuzzFactor` from the segment, and in its rectangle grown by FuzzFactor + 0.5
-  // rounded half to even. With 0, exactly on the segment.
+  // rounded half to even. With 0, exactly on the segment; of a segment without length, equal to its point.
   static bool IsPointOnLine(TCoordPoint LineOnePt, TCoordPoint LineOtherPt, TCoordPoint TestPt,
                             double FuzzFactor);
   // In the counter-clockwise sector from `SweepStart` to `SweepTerm` about `Fulcrum`, which may pass 0: 1

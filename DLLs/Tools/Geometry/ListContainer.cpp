@@ -24,6 +24,13 @@ void TListContainer::SetCapacity(std::int32_t Value) {
   FCapacity = Value;
 }
 
+void TListContainer::SetCount(std::int32_t Value) {
+  if (Value < 0 || Value >= kMostEntries) OutOfBounds("count", Value);
+  if (Value > FCapacity) SetCapacity(Value);
+  for (; FCount < Value; ++FCount) FList[static_cast<std::size_t>(FCount)] = nullptr;
+  FCount = Value;
+}
+
 void TListContainer::GrowIfFull() {
   if (FCount < FCapacity) return;
   SetCapacity(FCapacity + (FCapacity > 64 ? FCapacity / 4 : FCapacity > 8 ? 16 : 4));
@@ -71,7 +78,8 @@ std::int32_t TListContainer::IndexOf(TItem P) const {
 }
 
 void TListContainer::Pack() {
-  FCount = static_cast<std::int32_t>(std::remove(FList.data(), FList.data() + FCount, nullptr) - FList.data());
+  FCount =
+      static_cast<std::int32_t>(std::remove(FList.data(), FList.data() + FCount, nullptr) - FList.data());
 }
 
 void TListContainer::FreeAll() {
@@ -94,10 +102,9 @@ std::unique_ptr<TListContainer> TListContainer::Replicate() const {
 }
 
 void TListContainer::SetStorageToFixedArray(std::int32_t Size) {
-  if (Size < 0 || Size >= kMostEntries) OutOfBounds("count", Size);
   FreeAll();
   SetCapacity(Size);
-  for (FCount = 0; FCount < Size; ++FCount) FList[static_cast<std::size_t>(FCount)] = nullptr;
+  SetCount(Size);
 }
 
 void TListContainer::ProcessItems(TItemProcedure Proc) {

@@ -31,7 +31,7 @@ class TListContainer final : public TContainerBase {
   void FreeAll() override;  // frees what the entries point to
   std::size_t MemoryUsed() const override;
   std::unique_ptr<TListContainer> Replicate() const;
-  // Frees what is there; then `Size` null entries, for AtPut to fill.
+  // Frees what is there; then `Size` null entries, for AtPut to fill. Raises as SetCapacity does.
   void SetStorageToFixedArray(std::int32_t Size);
   void ProcessItems(TItemProcedure Proc) override;
   void ProcessItemsAllowAbort(TItemFunction Func) override;
@@ -40,6 +40,9 @@ class TListContainer final : public TContainerBase {
   std::int32_t Capacity() const { return FCapacity; }
   // Raises EListError "List capacity out of bounds (%d)" for one below the count or of 134217728 and more.
   void SetCapacity(std::int32_t Value);
+  // Cuts the list, or adds null entries. Raises EListError "List count out of bounds (%d)" below 0 and from
+  // 134217728 on.
+  void SetCount(std::int32_t Value);
 
  private:
   void GrowIfFull();

@@ -16,8 +16,10 @@ TCoordPoint ArcPoint(const TPolySegment& arc, double angle) {
   return {WrapToCoord(std::int64_t{arc.cx} + Round(cosine)), WrapToCoord(std::int64_t{arc.cy} + Round(sine))};
 }
 
-// From the end that the segment begins at to the other one.
-void AddArc(const TPolySegment& arc, double step, std::vector<TCoordPoint>& points) {
+}  // namespace
+
+void AddArcPoints(const TPolySegment& arc, double ArcStep, std::vector<TCoordPoint>& points) {
+  double step = std::abs(ArcStep);
   const TCoordPoint at1 = ArcPoint(arc, arc.Angle1), at2 = ArcPoint(arc, arc.Angle2);
   double start = arc.Angle1, end = arc.Angle2;
   if (start > end) end += 360;
@@ -33,8 +35,6 @@ void AddArc(const TPolySegment& arc, double step, std::vector<TCoordPoint>& poin
   }
   points.push_back(ArcPoint(arc, end));
 }
-
-}  // namespace
 
 Ref<IPCB_RegionShape> TPolygonalShape::Shape() const {
   Ref<IPCB_RegionShape> shape = Probe<IPCB_RegionShape>(FOwner->IPrimitive());
@@ -74,15 +74,14 @@ void TPolygonalShape::SetState_Segments(std::int32_t AIndex, const TPolySegment&
 
 std::vector<TCoordPoint> PolygonalShapeToPoints(const TPolygonalShape& Shape, double ArcStep) {
   std::vector<TCoordPoint> points;
-  const double step = std::abs(ArcStep);
-  if (!(step > 0)) return points;
+  if (!(std::abs(ArcStep) > 0)) return points;
   const std::int32_t count = Shape.PointCount();
   for (std::int32_t i = 0; i <= count; ++i) {
     const TPolySegment segment = Shape.GetState_Segments(i);
     if (i == count || segment.Kind == ePolySegmentLine) {
       points.push_back({segment.vx, segment.vy});
     } else {
-      AddArc(segment, step, points);
+      AddArcPoints(segment, ArcStep, points);
     }
   }
   return points;

@@ -1,4 +1,4 @@
-// The outline of a region as segments, and its chord points and area.
+// The outline of a region as segments, and its chord points and area. The integer half: without tolerance.
 #pragma once
 
 #include <vector>
@@ -31,8 +31,13 @@ class TPolygonalShape {
   TPrimitive* FOwner;
 };
 
-// Chord points, each arc in steps of |ArcStep| degrees, whole coordinates, a half to the even one. The
-// segment behind the last one is read too, as a line. 0 and what is no number give no points.
+// Chord points of an arc segment in steps of |ArcStep| degrees, from the end that is nearer to where the
+// segment begins (of two as near, the one at Angle2) to the other one. Whole coordinates, a half to the even
+// one. The last step may be up to twice as long; an arc of no more than a step gives its far end alone.
+void AddArcPoints(const TPolySegment& arc, double ArcStep, std::vector<TCoordPoint>& points);
+
+// Chord points of all segments; that behind the last one is read too, as a line. An ArcStep of 0 or that is
+// no number gives none.
 std::vector<TCoordPoint> PolygonalShapeToPoints(const TPolygonalShape& Shape, double ArcStep);
 
 // In square units, positive when counter-clockwise; 0 with fewer than 2 segments or 4 points. What closes the

@@ -1,11 +1,12 @@
 // Places on polygons.
 #include "DLLs/Tools/Geometry/PolygonUtils.h"
 
-#include <numbers>
+#include <algorithm>
 
 #include "DLLs/Tools/Geometry/ContourPoints.h"
 #include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/RT_GeometryLines.h"
+#include "DLLs/Tools/Geometry/RT_GeometryTolerances.h"
 
 namespace Ketril::Tools {
 
@@ -91,7 +92,7 @@ bool TPolygonUtils::DeterminePolygonEdgeIndex(const TAbstractPolygon& Polygon, T
     IsOnVertex = Point == a || Point == b;
     if (IsOnVertex) {
       EdgeIndex = Point == a ? i : (i + 1) % n;
-    } else if (TGeomUtils::IsPointOnLine(a, b, Point, std::numbers::sqrt2 / 2)) {
+    } else if (TGeomUtils::IsPointOnLine(a, b, Point, kRoundedPointFuzz)) {
       EdgeIndex = i;
     }
   }

@@ -60,9 +60,14 @@ void CutLoop(TAbstractPolygon& poly, std::int32_t i, std::int32_t j) {
                           double(poly.Ring(i + 1).y)};
   const LineType line2 = {double(poly.Ring(j).x), double(poly.Ring(j).y), double(poly.Ring(j + 1).x),
                           double(poly.Ring(j + 1).y)};
-  TDPPoint crossing = AsDoubles(poly.Ring(i + 1));
-  IntersectInfiniteLines(line1.x1, line1.y1, line1.x2, line1.y2, line2.x1, line2.y1, line2.x2, line2.y2,
-                         crossing.x, crossing.y);
+  TDPPoint crossing;
+  if (IntersectInfiniteLines(line1.x1, line1.y1, line1.x2, line1.y2, line2.x1, line2.y1, line2.x2, line2.y2,
+                             crossing.x, crossing.y) == 0) {
+    // Parallel to the double half, whose slopes forgive; the exact place is had in whole numbers.
+    TCoordPoint whole;
+    TGeomUtils::Intersection(poly.Ring(i), poly.Ring(i + 1), poly.Ring(j), poly.Ring(j + 1), whole);
+    crossing = AsDoubles(whole);
+  }
   for (std::int32_t count = j - i; count > 0; --count) {
     poly.DeletePoint(i + 1 < poly.PointCount() ? i + 1 : 0);
   }
@@ -77,13 +82,18 @@ void RemoveSelfIntersections(TAbstractPolygon& poly) {
   work.AssignFromPoly(poly);
   AnchorOutside(work);
   std::int32_t cuts_left = 4 * work.PointCount() + 16;
-  for (std::int32_t i = 0; i <= work.PointCount() - 3;) {
-    std::int32_t j = i + 2;
-    while (j < work.PointCount() && !DoEdgesCross(work, i, j)) ++j;
-    if (j < work.PointCount() && cuts_left-- > 0) {
-      CutLoop(work, i, j);
-    } else {
-      ++i;
+  // A rounded crossing moves its two edges, which may then cross one that was passed: hence another pass.
+  for (bool has_cut = true; has_cut;) {
+    has_cut = false;
+    for (std::int32_t i = 0; i <= work.PointCount() - 3;) {
+      std::int32_t j = i + 2;
+      while (j < work.PointCount() && !DoEdgesCross(work, i, j)) ++j;
+      if (j < work.PointCount() && cuts_left-- > 0) {
+        CutLoop(work, i, j);
+        has_cut = true;
+      } else {
+        ++i;
+      }
     }
   }
   poly.AssignFromPoly(work);

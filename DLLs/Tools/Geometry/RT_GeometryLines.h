@@ -7,7 +7,7 @@
 
 namespace Ketril::Tools {
 
-// The low and the high corner of the two points.
+// The low and the high corner of the two points, exactly; of equal points a box without size.
 void LineBounds(const LineType& line, LineType& box);
 // The ray that starts in the line's first point. Its direction is the unit vector from the second point to
 // the first; of a line without length, zero.
@@ -25,10 +25,11 @@ void OffsetLine(LineType& line, double Dist, bool ToLeft);
 // computed value is compared with 0, without tolerance; a line without length gives 0.
 int SideOfLine(double x1, double y1, double x2, double y2, double px, double py);
 int SideOfLine(const LineType& line, GeoPointType p);
-// Is the dot product of the directions, which are not normalised, within plus or minus `Tolerance`.
+// Is the dot product of the directions, which are not normalised, within plus or minus `Tolerance`. A line
+// without length is at right angles to any.
 bool ArePerpendicular(const LineType& line1, const LineType& line2, double Tolerance);
 
-// From a point to a segment; to the point that a segment without length is.
+// From a point to a segment, without tolerance; to the point that a segment without length is.
 double PointToSegmentDistance(double px, double py, double x1, double y1, double x2, double y2);
 double PointToSegmentDistance(GeoPointType p, const LineType& segment);
 

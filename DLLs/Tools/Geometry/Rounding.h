@@ -1,6 +1,7 @@
-// From doubles and wide integers to coordinates. What is beyond the range of a coordinate becomes the end of
-// the range, what is no number becomes 0. Sums and differences of coordinates wrap, as 32-bit arithmetic
-// does.
+// From doubles and wide integers to coordinates, for both halves of the geometry. What is beyond the range of
+// a coordinate becomes the end of the range, what is no number becomes 0. Sums and differences of coordinates
+// wrap, as 32-bit arithmetic does. `Round` takes a half to the even neighbour, `TGeomUtils::Nearest` away
+// from zero; each operation says which it uses.
 #pragma once
 
 #include <algorithm>

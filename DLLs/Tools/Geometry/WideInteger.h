@@ -1,5 +1,5 @@
-// Exact products of differences of coordinates. A difference has 33 bits, a product of two 66, so a
-// determinant needs more than 64.
+// The integer half: exact products of differences of coordinates. A difference has 33 bits, a product of two
+// 66, so a determinant needs more than 64.
 #pragma once
 
 #include <cstdint>

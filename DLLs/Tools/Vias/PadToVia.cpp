@@ -2,20 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"
+#include "DLLs/Tools/Geometry/Rounding.h"
 
 namespace Ketril::Tools {
 
 namespace {
-
-TCoord RoundToCoord(double value) {
-  constexpr double kMost = std::numeric_limits<TCoord>::max();
-  return static_cast<TCoord>(std::min(std::nearbyint(value), kMost));  // ties to even
-}
 
 void JoinNet(TGroup* net, TPrimitive* primitive) {
   if (net && net->IPrimitive()) net->RegisterWithGroupWarehouse(primitive);
@@ -54,11 +49,11 @@ TCoord CoveringDiameter(TShape shape, TCoord x, TCoord y) {
       return std::max(x, y);
     case eRectangular:
     case eRoundedRectangular:
-      return RoundToCoord(diagonal);
+      return Round(diagonal);
     case eOctagonal: {
       const double radius = std::min(width, height) / 2;
       constexpr double kPi = std::numbers::pi;
-      return RoundToCoord(diagonal - 2 * (radius / std::cos(kPi / 4) - radius / std::cos(kPi / 8)));
+      return Round(diagonal - 2 * (radius / std::cos(kPi / 4) - radius / std::cos(kPi / 8)));
     }
     default:
       return 0;

@@ -75,6 +75,9 @@ TEST_F(Rules, ClearancesOfPairsAndTheCheck) {
   EXPECT_EQ(rule->MaxGap(), 90000);
   EXPECT_EQ(rule->MinGap(), 10000);
   EXPECT_EQ(rule->MaxGap(a), 60000);
+  EXPECT_THROW(rule->GetClearance(a, nullptr), EHostError);  // the host's refusal, no crash
+  EXPECT_THROW(rule->SetClearance(nullptr, b, 1), EHostError);
+  EXPECT_EQ(rule->MinGap(nullptr), 10000);
   EXPECT_EQ(rule->ActualCheck(a, b), nullptr);
 }
 

@@ -7,6 +7,9 @@
 #include <random>
 #include <sstream>
 
+#include "DLLs/Tools/Geometry/ContourPoints.h"
+#include "DLLs/Tools/Geometry/GeomUtils.h"
+#include "DLLs/Tools/Geometry/PolyTools.h"
 #include "DLLs/Tools/Geometry/PolygonUtils.h"
 #include "DLLs/Tools/Geometry/VertexList.h"
 
@@ -59,6 +62,60 @@ TEST(AbstractPolygon, PointsInAndOn) {
     const Poly ring(row.ring);
     EXPECT_EQ(ring->IsPointIn(row.point), row.in) << row.name;
     EXPECT_EQ(ring->IsPointOnOrIn(row.point), row.on_or_in) << row.name;
+  }
+}
+
+// Who says yes to a point on or beside the border. Each test has rules of its own: the strict one, the closed
+// one, exact edges of the ring and of the chain without the closing edge, edges by half the diagonal of a
+// unit, and the clipper's contours, to which right and lower borders of slopes are in and others are out.
+TEST(AbstractPolygon, PointsOnTheBorderByTest) {
+  constexpr const char* kDiamond = "0,-10 10,0 0,10 -10,0";
+  const struct {
+    const char* name;
+    const char* ring;
+    TCoordPoint point;
+    const char* yes;
+  } rows[] = {
+      {"square, inside", kSquare, {5, 5}, "in on_or_in contour"},
+      {"square, bottom", kSquare, {5, 0}, "on_or_in edge chain near"},
+      {"square, right", kSquare, {10, 5}, "on_or_in edge chain near contour"},
+      {"square, top", kSquare, {5, 10}, "on_or_in edge chain near"},
+      {"square, left, the closing edge", kSquare, {0, 5}, "on_or_in edge near"},
+      {"square, first vertex", kSquare, {0, 0}, "on_or_in vertex edge chain near"},
+      {"square, third vertex", kSquare, {10, 10}, "on_or_in vertex edge chain near"},
+      {"square, beside, level with the bottom", kSquare, {15, 0}, ""},
+      {"diamond, upper right", kDiamond, {5, 5}, "on_or_in edge chain near contour"},
+      {"diamond, upper left", kDiamond, {-5, 5}, "on_or_in edge chain near"},
+      {"diamond, lower left, the closing edge", kDiamond, {-5, -5}, "on_or_in edge near"},
+      {"diamond, left vertex", kDiamond, {-10, 0}, "on_or_in vertex edge chain near contour"},
+      {"diamond, right vertex", kDiamond, {10, 0}, "on_or_in vertex edge chain near"},
+      {"diamond, a unit beside a slope", kDiamond, {5, 6}, "near"},
+      {"notch, floor", kNotched, {15, 10}, "on_or_in edge chain near contour"},
+      {"notch, between the tops", kNotched, {15, 20}, ""},
+  };
+  for (const auto& row : rows) {
+    const Poly ring(row.ring);
+    const TVertexListOwner contour(ring->GetGPCContour());
+    TCoordPoint a, b;
+    std::int32_t edge = 0;
+    bool on_vertex = false;
+    const std::pair<const char*, bool> answers[] = {
+        {"in", ring->IsPointIn(row.point)},
+        {"on_or_in", ring->IsPointOnOrIn(row.point)},
+        {"vertex", ring->IsPointOnVertex(row.point)},
+        {"edge", ring->GetEdgeHit(a, b, true, row.point, 0)},
+        {"chain", ring->GetEdgeHit(a, b, false, row.point, 0)},
+        {"near", TPolygonUtils::DeterminePolygonEdgeIndex(*ring, row.point, edge, on_vertex)},
+        {"contour", ContourContainsPoint(*contour, row.point.x, row.point.y, true)},
+    };
+    std::string yes;
+    for (const auto& [test, says_yes] : answers) {
+      if (says_yes) yes += (yes.empty() ? "" : " ") + std::string(test);
+    }
+    EXPECT_EQ(yes, row.yes) << row.name;
+    // A segment of no length is a point that has to be strictly inside.
+    EXPECT_EQ(ring->DoesSegmentIntersect(row.point, row.point, false), ring->IsPointIn(row.point))
+        << row.name;
   }
 }
 
@@ -173,6 +230,68 @@ TEST(PolygonUtils, CleansUp) {
   const Poly bow("0,0 100,100 100,0 0,100");
   TPolygonUtils::CleanUpPolygon(*bow);
   EXPECT_EQ(bow->PointCount(), 3) << Text(*bow);
+  // Slopes that differ by less than 1e-8 are parallel to the double half; the crossing is at 0,1002 all the
+  // same.
+  const Poly flat("-1000000000,1000 1000000000,1004 1000000000,1000 -1000000000,1004");
+  TPolygonUtils::CleanUpPolygon(*flat);
+  EXPECT_EQ(flat->GetState_BoundingRectangle().y1, 1000) << Text(*flat);
+}
+
+// A rounded crossing moves edges across others that were passed before.
+TEST(PolygonUtils, CleaningLeavesNoEdgesThatCross) {
+  for (const char* text :
+       {"4,9 11,5 3,11 3,1 9,6 2,12", "2,0 0,0 3,3 3,5 4,2 4,5", "18,3 1,12 20,5 0,20 14,2 3,17 0,21"}) {
+    const Poly ring(text);
+    TPolygonUtils::CleanUpPolygon(*ring);
+    EXPECT_GE(ring->PointCount(), 3) << text;
+    for (std::int32_t i = 0; i < ring->PointCount(); ++i) {
+      for (std::int32_t j = i + 2; j < ring->PointCount(); ++j)
+        EXPECT_NE(
+            TGeomUtils::DoLinesCross(ring->Ring(i), ring->Ring(i + 1), ring->Ring(j), ring->Ring(j + 1)),
+            LinesCross)
+            << text << ": " << Text(*ring);
+    }
+  }
+}
+
+TEST(PolygonUtils, CornersWithFractionsBecomeWhole) {
+  const struct {
+    const char* name;
+    std::vector<Tgpc_vertex> contour;
+    const char* ring;
+  } rows[] = {
+      {"a right angle at 45 degrees keeps both edges", {{0, 0}, {5.5, 5.5}, {0, 11}}, "5,5 5,6 0,11 0,0"},
+      {"any other is rounded half away from zero", {{0, 0}, {5.5, -2.5}, {8, 10}}, "6,-3 8,10 0,0"},
+      {"repeats go", {{0, 0}, {0, 0}, {9, 0}, {9, 9}, {9, 9}, {0, 0}}, "9,0 9,9 0,0"},
+  };
+  for (const auto& row : rows) {
+    const TVertexListOwner contour(NewVertexList(static_cast<std::int32_t>(row.contour.size())));
+    std::copy(row.contour.begin(), row.contour.end(), contour->vertex);
+    const std::unique_ptr<TAbstractPolygon> ring(TPolygonUtils::GPCContourToAbstractPolygon(*contour));
+    const Poly wanted(row.ring);
+    EXPECT_TRUE(ring->Anchor(ring->GetVertexIndex(wanted->GetPointByPos(0))));
+    EXPECT_EQ(Text(*ring), row.ring) << row.name;
+  }
+}
+
+TEST(PolyTools, ArcsAreWalkedFromWhereTheyBegin) {
+  const struct {
+    const char* name;
+    TPolySegment arc;
+    double step;
+    std::vector<TCoordPoint> points;
+  } rows[] = {
+      {"upwards", {ePolySegmentArc, 100, 0, 0, 0, 100, 0, 90}, 30, {{100, 0}, {87, 50}, {0, 100}}},
+      {"downwards", {ePolySegmentArc, 0, 100, 0, 0, 100, 0, 90}, -30, {{0, 100}, {50, 87}, {100, 0}}},
+      {"past 0", {ePolySegmentArc, 98, -17, 0, 0, 100, 350, 10}, 8, {{98, -17}, {100, -3}, {98, 17}}},
+      {"past 0, downwards", {ePolySegmentArc, 98, 17, 0, 0, 100, 350, 10}, 20, {{98, -17}}},
+      {"as near to both ends", {ePolySegmentArc, 7, 7, 7, 7, 10, 0, 180}, 120, {{-3, 7}, {17, 7}}},
+  };
+  for (const auto& row : rows) {
+    std::vector<TCoordPoint> points;
+    AddArcPoints(row.arc, row.step, points);
+    EXPECT_EQ(points, row.points) << row.name;
+  }
 }
 
 TEST(PolygonUtils, ProjectsAndFinds) {

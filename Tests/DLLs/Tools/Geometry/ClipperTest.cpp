@@ -4,12 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <memory_resource>
 #include <numbers>
-#include <set>
 #include <sstream>
 
-#include "DLLs/Tools/Frame/Exceptions.h"
 #include "Tests/DLLs/Tools/Geometry/ClipperShapes.h"
 
 namespace Ketril::Tools::Tests {
@@ -172,47 +169,6 @@ TEST(Clipper, ManyEdgesThroughOnePlace) {
   EXPECT_EQ(sectors.rings.size(), 1u);
   EXPECT_EQ(VertexCount(sectors), 3u * kArms);
   EXPECT_DOUBLE_EQ(double(SignedArea(sectors)), doubled_area / 2);
-}
-
-// Memory that fails at the k-th request.
-class TFailingMemory : public std::pmr::memory_resource {
- public:
-  explicit TFailingMemory(int left) : left_(left) {}
-  bool HasFailed() const { return left_ < 0; }
-
- private:
-  void* do_allocate(std::size_t size, std::size_t alignment) override {
-    if (left_-- <= 0) throw std::bad_alloc();
-    return std::pmr::new_delete_resource()->allocate(size, alignment);
-  }
-  void do_deallocate(void* block, std::size_t size, std::size_t alignment) override {
-    std::pmr::new_delete_resource()->deallocate(block, size, alignment);
-  }
-  bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
-
-  int left_;
-};
-
-TEST(Clipper, SaysWhatItHadNoMemoryFor) {
-  TShape many, wide;
-  for (int i = 0; i < 600; ++i) many.rings.push_back(Rectangle(10 * i, 0, 10 * i + 5, 600));
-  for (int i = 0; i < 600; ++i) wide.rings.push_back(Rectangle(0, 10 * i, 6000, 10 * i + 5));
-  std::set<std::string> texts;
-  for (int k = 0;; ++k) {
-    TFailingMemory memory(k);
-    std::pmr::set_default_resource(&memory);
-    try {
-      Clip(eClipExclusiveOr, many, wide);
-    } catch (const Exception& failure) {
-      texts.insert(failure.what());
-    }
-    std::pmr::set_default_resource(nullptr);
-    if (!memory.HasFailed()) break;
-  }
-  EXPECT_EQ(texts,
-            (std::set<std::string>{"contributing Subject Contours table creation",
-                                   "contributing Clip Contours table creation",
-                                   "memory allocation in GPC_MALLOC", "sbt creation", "vertex creation"}));
 }
 
 }  // namespace

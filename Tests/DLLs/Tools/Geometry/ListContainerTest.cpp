@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "DLLs/Tools/Geometry/AbstractPolygon.h"
 
 namespace Ketril::Tools {
@@ -38,8 +40,23 @@ TEST_F(ListContainer, GrowsAsTold) {
     if (capacities.empty() || capacities.back() != list.Capacity()) capacities.push_back(list.Capacity());
   }
   EXPECT_EQ(capacities, (std::vector<std::int32_t>{4, 8, 12, 28, 44, 60, 76, 95}));
-  EXPECT_THROW(list.SetCapacity(94), EListError);
-  EXPECT_THROW(list.SetCapacity(134217728), EListError);
+  const auto text = [](auto call) -> std::string {
+    try {
+      call();
+    } catch (const EListError& error) {
+      return error.what();
+    }
+    return "";
+  };
+  EXPECT_EQ(text([&] { list.SetCapacity(94); }), "List capacity out of bounds (94)");
+  EXPECT_EQ(text([&] { list.SetCapacity(134217728); }), "List capacity out of bounds (134217728)");
+  EXPECT_EQ(text([&] { list.SetCount(-1); }), "List count out of bounds (-1)");
+  EXPECT_EQ(text([&] { list.SetStorageToFixedArray(-1); }), "List capacity out of bounds (-1)");
+  list.SetStorageToFixedArray(3);
+  list.AtPut(2, &squares[1]);
+  EXPECT_EQ(list.Capacity(), 3);
+  EXPECT_EQ(list.Count(), 3);
+  EXPECT_EQ(Numbers(list), (std::vector<int>{1}));
 }
 
 TEST_F(ListContainer, KeepsNullsAndDuplicatesUntilTheyGo) {
@@ -69,6 +86,8 @@ TEST_F(ListContainer, CombinesWithAnother) {
   EXPECT_EQ(Numbers(list), (std::vector<int>{1, 3}));
   list.Subtract(&other);
   EXPECT_EQ(list.Count(), 0);
+  other.CopyTo(&other);
+  EXPECT_EQ(Numbers(other), (std::vector<int>{1, 3, 1, 3}));
   other.Subtract(&other);
   EXPECT_EQ(other.Count(), 0);
   list.Add(nullptr);
@@ -108,7 +127,33 @@ TEST_F(ListContainer, RefusesWhatItCannot) {
   EXPECT_EQ(text([&] { list.Search(nullptr, index); }), "Container doesn't support [Search] method.");
   EXPECT_EQ(text([&] { list.Compare(nullptr, nullptr); }),
             "Container doesn't support [Compare] method (Make sure this is a sorted container).");
-  EXPECT_EQ(text([] { TContainerBase().At(0); }), "Container doesn't support [At] method.");
+  TContainerBase none;
+  const std::pair<const char*, std::function<void()>> calls[] = {
+      {"AcceptDuplicates", [&] { none.AcceptDuplicates(true); }},
+      {"At", [&] { none.At(0); }},
+      {"AtInsert", [&] { none.AtInsert(0, nullptr); }},
+      {"AtPut", [&] { none.AtPut(0, nullptr); }},
+      {"Count", [&] { none.Count(); }},
+      {"CreateIterator", [&] { none.CreateIterator(); }},
+      {"Delete", [&] { none.Delete(nullptr); }},
+      {"DeleteAll", [&] { none.DeleteAll(); }},
+      {"FreeAll", [&] { none.FreeAll(); }},
+      {"GetFirst", [&] { none.GetFirst(); }},
+      {"GetLast", [&] { none.GetLast(); }},
+      {"GetRebuilThreshold", [&] { none.GetRebuilThreshold(); }},
+      {"IndexOf", [&] { none.Exists(nullptr); }},
+      {"Insert", [&] { none.Insert(nullptr); }},
+      {"MemoryUsed", [&] { none.MemoryUsed(); }},
+      {"Pack", [&] { none.Pack(); }},
+      {"ProcessItems", [&] { none.ProcessItems([](TItem) {}); }},
+      {"ProcessItemsAllowAbort", [&] { none.ProcessItemsAllowAbort([](TItem) { return true; }); }},
+      {"Rebuild", [&] { none.Rebuild(); }},
+      {"Search", [&] { none.Search(nullptr, index); }},
+      {"SetRebuilThreshold", [&] { none.SetRebuilThreshold(1); }},
+  };
+  for (const auto& [method, call] : calls)
+    EXPECT_EQ(text(call), "Container doesn't support [" + std::string(method) + "] method.");
+  EXPECT_FALSE(none.RequiresRebuild());
 }
 
 }  // namespace
