@@ -121,8 +121,8 @@ std::string SetGrid(const Reader& read, Editor::StitchSettings& settings, const 
 std::string SetArea(const Reader& read, Editor::StitchSettings& settings, const std::string& value) {
   const std::vector<TCoord> box = read.Lengths(value);
   if (box.size() != 4 || box[2] <= 0 || box[3] <= 0) return "expected X,Y,WIDTH,HEIGHT, as 100,80,20,15";
-  const auto unit_of = [](std::int64_t v) { return ToCoord(v); };
-  settings.area = {box[0], unit_of(-std::int64_t{box[1]} - box[3]), unit_of(std::int64_t{box[0]} + box[2]),
+  const auto unit_of = [](std::int64_t v) { return Editor::ToCoord(v); };
+  settings.area = TCoordRect{box[0], unit_of(-std::int64_t{box[1]} - box[3]), unit_of(std::int64_t{box[0]} + box[2]),
                    unit_of(-std::int64_t{box[1]})};
   return "";
 }
@@ -159,7 +159,7 @@ std::string SetStitchField(Board& board, Editor::StitchSettings& settings, Edito
   if (field != "Offset") return "the dialog has no such field";
   const std::vector<TCoord> offset = read.Lengths(value);
   if (offset.size() != 2) return "expected X,Y";
-  settings.offset = {offset[0], ToCoord(-std::int64_t{offset[1]})};
+  settings.offset = {offset[0], Editor::ToCoord(-std::int64_t{offset[1]})};
   return "";
 }
 

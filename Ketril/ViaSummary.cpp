@@ -14,7 +14,7 @@ ordered_json ViaSummary(const Editor::ViaRun& run, Editor::LengthUnit unit) {
     const char* const why = Editor::DescribeRefusal(static_cast<Editor::ViaRefusal>(i));
     if (run.refused[i] > 0) summary["refused"][why] = run.refused[i];
   }
-  if (run.largest_gap > 0) summary["largest_gap"] = LengthText(ToCoord(run.largest_gap), unit);
+  if (run.largest_gap > 0) summary["largest_gap"] = LengthText(Editor::ToCoord(run.largest_gap), unit);
   if (!run.note.empty()) summary["note"] = Platform::ToUtf8(run.note);
   return summary;
 }
