@@ -4,6 +4,7 @@
 #include "Interfaces/Groups.h"
 #include "Interfaces/Placement.h"
 #include "Interfaces/Rules.h"
+#include "Interfaces/Vias.h"
 
 namespace Ketril {
 
@@ -113,6 +114,12 @@ class IUIManager : public IInterface {
   // The dialog changes the options.
   virtual Status RoomArrangeDialog(IPCB_Board* board, IPCB_RoomArrangeOptions* options,
                                    bool& confirmed) noexcept = 0;
+  // These change the options of the object, which is not on its board yet.
+  virtual Status ViaStitchingDialog(IPCB_SmartUnionObject* stitching, IServerDocumentView* view,
+                                    bool& confirmed) noexcept = 0;
+  virtual Status ViaShieldingDialog(IPCB_ViaShieldingSU* shielding, IServerDocumentView* view,
+                                    bool& confirmed) noexcept = 0;
+  virtual Status UnusedPadsDialog(TUnusedPadsOptions& options, bool& confirmed) noexcept = 0;
 };
 
 class IPCB_Board : public IPCB_Primitive3 {
@@ -174,6 +181,35 @@ class IPCB_Board2 : public IPCB_Board {
   KETRIL_READ(Ref<IPCB_LayerStack>, LayerStack);
   // Calls back once for each layer of the stack, from top to bottom.
   virtual Status ProcessLayers(IPCB_LayerProcessInterface* callback) = 0;
+  KETRIL_READ(Ref<IUIManager>, UIManager);
+
+  // Via stitching and via shielding. The options are those that the next one starts with. A new object copies
+  // the options; it is on no board, and nothing is built.
+  virtual Status GetViaStitchOptions(Ref<IPCB_ViaStitchFloodOptions>& options) noexcept = 0;
+  virtual Status CreateViaStitching(IPCB_ViaStitchFloodOptions* options,
+                                    Ref<IPCB_SmartUnionObject>& stitching) noexcept = 0;
+  virtual Status GetViaShieldingOptions(Ref<IPCB_ViaShieldingOptions>& options) noexcept = 0;
+  virtual Status CreateViaShielding(IPCB_ViaShieldingOptions* options,
+                                    Ref<IPCB_ViaShieldingSU>& shielding) noexcept = 0;
+  // Places the vias; `built` is false when none fits.
+  virtual Status BuildViaStitching(IPCB_SmartUnionObject* stitching, bool& built) noexcept = 0;
+  virtual Status BuildViaShielding(IPCB_ViaShieldingSU* shielding, bool& built) noexcept = 0;
+  // A new index, which the vias that were built carry from then on, and the reference via with them.
+  virtual Status AssignUnionIndex(IPCB_SmartUnionObject* object, std::int32_t& index) noexcept = 0;
+  virtual Status RegisterPrimitive(IPCB_SmartUnionObject* object) noexcept = 0;
+  virtual Status RegisterShielding(IPCB_ViaShieldingSU* shielding) noexcept = 0;
+  // Take stitchings or shieldings off with their vias: where any of them, or of their vias, is selected
+  // these, otherwise all; or those of the index.
+  virtual Status RemoveViaStitching() noexcept = 0;
+  virtual Status RemoveViaShielding() noexcept = 0;
+  virtual Status RemoveViaShieldingByIndex(std::int32_t index) noexcept = 0;
+  KETRIL_READ(std::int32_t, SmartUnionCount);
+  // Empty beyond the end.
+  virtual Status GetSmartUnion(std::int32_t index, Ref<IPCB_SmartUnionObject>& object) noexcept = 0;
+  // Redraws.
+  virtual Status RefreshBoard() noexcept = 0;
+  virtual Status RefreshBoardFor(IPCB_SmartUnionObject* object) noexcept = 0;
+  virtual Status InvalidatePrimitive(IPCB_SmartUnionObject* object) noexcept = 0;
 };
 
 class IPCB_Board3 : public IPCB_Board2 {
@@ -188,7 +224,6 @@ class IPCB_Board3 : public IPCB_Board2 {
   // Checks an object, which need not be on the board, against the board; what is found joins the report.
   virtual Status CheckPrimitive(IPCB_Primitive* primitive, IPCB_ViolationReport* report) noexcept = 0;
   KETRIL_READ(Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions);
-  KETRIL_READ(Ref<IUIManager>, UIManager);
 };
 
 // Offered by a board that takes messages. Code 10 asks it to bring the violations of its objects up to date.

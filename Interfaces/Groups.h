@@ -111,14 +111,6 @@ class IPCB_Coordinate : public IPCB_Group2 {
   static constexpr InterfaceId Id{"IPCB_Coordinate"};
 };
 
-// Offered beside its own chain by an object that stands for a union.
-class IPCB_SmartUnionObject : public IInterface {
- public:
-  using Base = IInterface;
-  static constexpr InterfaceId Id{"IPCB_SmartUnionObject"};
-  KETRIL_READ(TUnionKind, UnionKind);
-};
-
 class IPCB_Library : public IInterface {
  public:
   using Base = IInterface;

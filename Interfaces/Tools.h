@@ -25,6 +25,23 @@ extern "C" {
 void Tools_ReplaceSelectedPadsWithVias(IPCB_Board* ABoard);
 void Tools_ReplaceSelectedViasWithPads(IPCB_Board* ABoard);
 
+// Floods copper with stitching vias of its net, as the editor's dialog says. The parameter "Mode" with the
+// value "Remove" takes stitchings away again; with "Outline" nothing happens.
+void Tools_ApplyViaStitching(IPCB_Board* ABoard, IServerDocumentView* AView, IParameterList* AParameters);
+// Fences the selected objects, or a net, with vias, as the editor's dialog says. The parameter "Mode" with
+// the value "RemoveShielding" takes shieldings away again.
+void Tools_ApplyViaShielding(IPCB_Board* ABoard, IServerDocumentView* AView, IParameterList* AParameters);
+// The state of these commands is the editor's: they leave it as it is.
+void Tools_GetViaStitchingCommandState(IPCB_Board* ABoard, IParameterList* AParameters, LongBool& AEnabled,
+                                       LongBool& AChecked, LongBool& AVisible, char16_t* ACaption,
+                                       char16_t* AImage);
+void Tools_GetViaShieldingCommandState(IPCB_Board* ABoard, IParameterList* AParameters, LongBool& AEnabled,
+                                       LongBool& AChecked, LongBool& AVisible, char16_t* ACaption,
+                                       char16_t* AImage);
+// Takes the copper of pads and vias away on layers where nothing connects to it, or gives it back, as the
+// editor's dialog says.
+void Tools_RemoveUnusedPads(IPCB_Board* ABoard);
+
 // Adds teardrops to the board, or removes them: what and where is told by the parameters, of the names
 // TeardropParam_PercentForVias, ..ForPads, ..ForTracks, ..ForTJunctions with _Length or _Width behind them,
 // in percent, and TeardropParam_FlagsEx, a sum of TTeardropFlag. Those that are missing have their default;

@@ -175,6 +175,9 @@ enum TClassMemberKind : std::uint8_t {
   eClassMemberKind_Layer,
   eClassMemberKind_DesignChannel,  // one channel of a design that is repeated: its members are rooms
 };
+// A Boolean of an editor's command table: 0 is false.
+using LongBool = std::int32_t;
+
 // What ties the objects of a union together; a union object tells its kind.
 enum TUnionKind : std::uint8_t {
   eUnionKind_None,

@@ -1,5 +1,6 @@
 #include "Ketril/Answers.h"
 
+#include <algorithm>
 #include <fstream>
 #include <istream>
 #include <optional>
@@ -162,6 +163,11 @@ bool Answers::EditText(const std::u16string& caption, std::u16string& text) {
 }
 
 bool Answers::AddField(const std::string& name, const std::string& value) {
+  for (const auto known : {StitchFields(), ShieldFields(), UnusedPadsFields()}) {
+    if (std::ranges::find(known, name, &DialogField::name) == known.end()) continue;
+    fields_.emplace_back(name, value);
+    return true;
+  }
   if (!name.starts_with("Alignment_") && !name.starts_with("RoomArrange_")) return false;
   Editor::AlignmentAnswer alignment;
   const Ref<Editor::RoomArrangeOptions> rooms = Editor::MakeHost<Editor::RoomArrangeOptions>();
@@ -205,6 +211,64 @@ bool Answers::RoomArrangeDialog(IPCB_RoomArrangeOptions& options) {
   }
   unanswered_.emplace_back("Room arrangement");
   return false;
+}
+
+template <class Set>
+bool Answers::FillDialog(const char* caption, const char* prefix, std::span<const DialogField> known,
+                         Set set) {
+  bool answered = always_yes_;
+  for (const auto& [name, value] : fields_) {
+    if (name.starts_with(prefix)) answered |= set(name, value).empty();
+  }
+  if (answered) return true;
+  if (!in_) {
+    unanswered_.emplace_back(caption);
+    return false;
+  }
+  std::string title;
+  for (const DialogField& field : known) {
+    title += std::string(field.name) + "=" + (field.type ? field.type : "yes|no") + "  " + field.help + "\n";
+  }
+  return EditFields(
+      title.c_str(),
+      [&](const std::string& name, const std::string& value) { return set(name, value).empty(); }, *in_,
+      out_);
+}
+
+void Answers::CheckViaFields(Editor::Board& board, Editor::LengthUnit unit) {
+  unit_ = unit;
+  Editor::StitchSettings stitch;
+  Editor::ShieldSettings shield;
+  TUnusedPadsOptions unused;
+  stitch.reference = shield.reference = Editor::MakeHost<Editor::Via>();
+  for (const auto& [name, value] : fields_) {
+    std::string wrong;
+    if (name.starts_with("Stitch_")) wrong = SetStitchField(board, stitch, unit, name, value);
+    if (name.starts_with("Shield_")) wrong = SetShieldField(board, shield, unit, name, value);
+    if (name.starts_with("UnusedPads_")) wrong = SetUnusedPadsField(unused, name, value);
+    if (!wrong.empty()) throw Failure(kExit_Usage, name + "=" + value + ": " + wrong);
+  }
+}
+
+bool Answers::StitchingDialog(Editor::Board& board, Editor::StitchSettings& settings) {
+  if (!settings.reference->GetNet()) settings.reference->SetNet(NetByDefault(board, true));
+  return FillDialog("Via stitching", "Stitch_", StitchFields(), [&](const auto& name, const auto& value) {
+    return SetStitchField(board, settings, unit_, name, value);
+  });
+}
+
+bool Answers::ShieldingDialog(Editor::Board& board, Editor::ShieldSettings& settings) {
+  if (!settings.reference->GetNet()) settings.reference->SetNet(NetByDefault(board, false));
+  return FillDialog("Via shielding", "Shield_", ShieldFields(), [&](const auto& name, const auto& value) {
+    return SetShieldField(board, settings, unit_, name, value);
+  });
+}
+
+bool Answers::UnusedPadsDialog(TUnusedPadsOptions& options) {
+  options = {.ProcessVias = true, .ProcessPads = true};
+  return FillDialog(
+      "Unused pads", "UnusedPads_", UnusedPadsFields(),
+      [&](const auto& name, const auto& value) { return SetUnusedPadsField(options, name, value); });
 }
 
 bool Answers::EditTeardropOptions(TTeardropOptionsEx& options) {

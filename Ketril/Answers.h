@@ -15,8 +15,9 @@
 // first; where all are used up, a further pick is cancelled.
 //
 // Lines `Alignment_... = value` and `RoomArrange_... = value` answer the dialogs of those names, as
-// PlacementDialogs.h tells. A line `TeardropParam_... = number` answers the dialog of the teardrop options:
-// those that are named change, and the dialog is accepted.
+// PlacementDialogs.h tells, and `Stitch_...`, `Shield_...` and `UnusedPads_...` those of ViaDialogs.h. A line
+// `TeardropParam_... = number` answers the dialog of the teardrop options: those that are named change, and
+// the dialog is accepted.
 #pragma once
 
 #include <functional>
@@ -28,6 +29,7 @@
 
 #include "Editor/Client/UIManager.h"
 #include "Interfaces/Teardrops.h"
+#include "Ketril/ViaDialogs.h"
 #include "Platform/Dialogs.h"
 
 namespace Ketril::Command {
@@ -59,6 +61,13 @@ class Answers {
   bool AddField(const std::string& name, const std::string& value);
   bool AlignmentDialog(Editor::AlignmentAnswer& answer);
   bool RoomArrangeDialog(IPCB_RoomArrangeOptions& options);
+  // Raises Failure (usage) for fields of the via dialogs that mean nothing on the board. Lengths that name no
+  // unit are in `unit` from here on.
+  void CheckViaFields(Editor::Board& board, Editor::LengthUnit unit);
+  // Without a field or -y, asks at the terminal.
+  bool StitchingDialog(Editor::Board& board, Editor::StitchSettings& settings);
+  bool ShieldingDialog(Editor::Board& board, Editor::ShieldSettings& settings);
+  bool UnusedPadsDialog(TUnusedPadsOptions& options);
 
   // The user stopped the tool.
   bool Aborted() const { return aborted_; }
@@ -67,6 +76,9 @@ class Answers {
 
  private:
   Platform::TDialogAnswer YesOrNoAnswer(const std::u16string& text);
+  // Fills a dialog: `set(name, value)` gives what is wrong, empty for nothing.
+  template <class Set>
+  bool FillDialog(const char* caption, const char* prefix, std::span<const DialogField> known, Set set);
 
   bool always_yes_;
   std::istream* in_;
@@ -80,6 +92,7 @@ class Answers {
   std::size_t used_picks_ = 0;
   bool picked_ = false;
   bool aborted_ = false;
+  Editor::LengthUnit unit_ = Editor::LengthUnit::Millimetre;
   std::vector<std::string> unanswered_;
 };
 

@@ -17,6 +17,7 @@
 #include "Editor/Rules/Clearance.h"
 #include "Editor/Rules/ComponentChecks.h"
 #include "Editor/Selection/Selection.h"
+#include "Editor/Vias/ViaUnions.h"
 #include "Ketril/Answers.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Info.h"
@@ -26,6 +27,7 @@
 #include "Ketril/Summary.h"
 #include "Ketril/TeardropDialog.h"
 #include "Ketril/TeardropSummary.h"
+#include "Ketril/ViaSummary.h"
 #include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 
@@ -187,8 +189,10 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   ordered_json summary = Summary(changes);
   if (!moves.empty()) summary["moved"] = MoveTable(moves, options.unit);
   const ordered_json teardrops = TeardropSummary(board);
+  const ordered_json vias = ViaSummary(board.Unions().LastRun(), options.unit);
   if (options.json) {
     if (!teardrops.is_null()) summary["teardrops"] = teardrops;
+    if (!vias.is_null()) summary["vias"] = vias;
     summary["tool"] = verb.export_name;
     summary["board"] = options.board;
     summary["written"] = destination.empty() ? ordered_json(nullptr) : ordered_json(destination);
@@ -200,6 +204,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   if (!destination.empty()) std::cout << "; written to " << destination;
   std::cout << "\n" << MoveLines(moves, options.unit);
   if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
+  if (!vias.is_null()) std::cout << ViaSummaryText(vias);
   for (const std::string& question : unanswered) {
     std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";
   }
@@ -301,6 +306,10 @@ void RunTool(const ToolVerb& verb, const Options& options) {
     const std::size_t equals = std::min(text.find('='), text.size() - 1);
     answers.AddField(text.substr(0, equals), text.substr(equals + 1));
   }
+  for (const auto& [name, value] : options.fields) {
+    if (!value.empty()) answers.AddField(name, value);
+  }
+  answers.CheckViaFields(*board, options.unit);
   const ReportFolder reports(options, destination);
   const std::filesystem::path shown_as = destination.empty() ? options.board : destination;
   board->file.path = reports.Path() / shown_as.filename();

@@ -1,6 +1,7 @@
 // What the verbs do once the command line is read. Each raises Failure.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,9 @@ struct Options {
   std::string highlight;
   std::vector<std::string> parameters;  // NAME=VALUE
   bool fail_on_violations = false;
-  std::vector<std::string> picks;  // places
-  std::string word;                // of a saying
+  std::vector<std::string> picks;             // places
+  std::map<std::string, std::string> fields;  // of dialogs, by name; empty ones were not given
+  std::string word;                           // of a saying
   std::string into_room, into;
   bool outside = false;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;

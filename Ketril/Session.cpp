@@ -70,6 +70,15 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
   setup.dialogs.room_arrange = [&answers](IPCB_RoomArrangeOptions& options) {
     return answers.RoomArrangeDialog(options);
   };
+  setup.dialogs.via_stitching = [&answers](Editor::Board& on, Editor::StitchSettings& settings) {
+    return answers.StitchingDialog(on, settings);
+  };
+  setup.dialogs.via_shielding = [&answers](Editor::Board& on, Editor::ShieldSettings& settings) {
+    return answers.ShieldingDialog(on, settings);
+  };
+  setup.dialogs.unused_pads = [&answers](TUnusedPadsOptions& options) {
+    return answers.UnusedPadsDialog(options);
+  };
   return Editor::MakeHost<Editor::Client>(std::move(setup));
 }
 

@@ -32,6 +32,14 @@ void CallWithView(const ToolsLibrary& library, const char* export_name, IPCB_Boa
   library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*)>(export_name)(board, ViewOf(board).Get());
 }
 
+void CallWithDocumentView(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                          IParameterList* parameters) {
+  Ref<IServerDocumentView> view;
+  if (Failed(board->GetState_View(view))) view = nullptr;
+  library.Find<void(IPCB_Board*, IServerDocumentView*, IParameterList*)>(export_name)(board, view.Get(),
+                                                                                      parameters);
+}
+
 void CallWithViewAndParameters(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
                                IParameterList* parameters) {
   library.Find<void(IPCB_Board*, IPCBGraphicalViewInterface*, IParameterList*)>(export_name)(
@@ -107,7 +115,7 @@ void RunRoomArrange(const ToolsLibrary& library, const char* export_name, IPCB_B
       board, ViewOf(board).Get(), options.Get());
 }
 
-constexpr std::array kToolVerbs{
+const std::array kToolVerbs{
     ToolVerb{"tear-drops", "Tools_TearDrops", "Teardrops",
              "Add teardrops to the board, or remove them; -D TeardropParam_FlagsEx=1000 and the like, or the "
              "dialog",
@@ -120,6 +128,15 @@ constexpr std::array kToolVerbs{
              "Turn the selected free through-hole pads into vias", false, CallWithBoard},
     ToolVerb{"replace-selected-vias-with-pads", "Tools_ReplaceSelectedViasWithPads", "Pads and vias",
              "Turn the selected vias into free pads", false, CallWithBoard},
+    ToolVerb{"apply-via-stitching", "Tools_ApplyViaStitching", "Pads and vias",
+             "Flood copper with vias of its net; -D Mode=Remove takes stitchings off again", true,
+             CallWithDocumentView, false, StitchFields()},
+    ToolVerb{"apply-via-shielding", "Tools_ApplyViaShielding", "Pads and vias",
+             "Fence a net or what is selected with vias; -D Mode=RemoveShielding takes fences off again",
+             true, CallWithDocumentView, false, ShieldFields()},
+    ToolVerb{"remove-unused-pads", "Tools_RemoveUnusedPads", "Pads and vias",
+             "Take the copper of pads and vias away on layers where nothing connects, or give it back", true,
+             CallWithBoard, false, UnusedPadsFields()},
     ToolVerb{"auto-place-align-left", "Tools_AutoPlaceAlignLeft", "Arranging",
              "Line the selection up on its left edge", false, CallWithView},
     ToolVerb{"auto-place-align-right", "Tools_AutoPlaceAlignRight", "Arranging",

@@ -7,6 +7,7 @@
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
 #include "Ketril/ToolsLibrary.h"
+#include "Ketril/ViaDialogs.h"
 
 namespace Ketril::Command {
 
@@ -19,7 +20,8 @@ struct ToolVerb {
   // `parameters` is empty where none were given.
   void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
                IParameterList* parameters);
-  bool picks = false;  // asks the user for places
+  bool picks = false;                        // asks the user for places
+  std::span<const DialogField> fields = {};  // options that fill its dialog
 };
 
 // What people say for a tool: `ketril align left` is `ketril auto-place-align-left`.

@@ -127,6 +127,15 @@ void AddTools(CLI::App& app, Options& options) {
     CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
     verb->group(tool.group);
     AddToolOptions(verb, options, tool.takes_parameters, tool.picks);
+    for (const DialogField& field : tool.fields) {
+      std::string& value = options.fields[field.name];
+      if (field.type) {
+        verb->add_option(field.option, value, field.help)->type_name(field.type);
+      } else {
+        verb->add_flag_callback(
+            field.option, [&value] { value = "yes"; }, field.help);
+      }
+    }
     verb->callback([&tool, &options] { RunTool(tool, options); });
   }
 }

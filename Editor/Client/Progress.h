@@ -29,6 +29,11 @@ class Progress final : public HostObject<IPCB_Progress> {
   Status Step() noexcept override;
   Status End() noexcept override;
 
+  // Of the editor's own long work, which no tool steps.
+  void Show(const ProgressState& state) {
+    state_ = state;
+    Report();
+  }
   // Started and not ended.
   bool IsOpen() const { return state_.running; }
 

@@ -15,10 +15,17 @@ struct AlignmentAnswer {
   bool move_to_grid = false;
 };
 
+class Board;
+struct ShieldSettings;
+struct StitchSettings;
+
 // Each gives false, or is null, when the user cancels.
 struct BoardDialogs {
   std::function<bool(AlignmentAnswer& answer)> alignment = {};
   std::function<bool(IPCB_RoomArrangeOptions& options)> room_arrange = {};
+  std::function<bool(Board& board, StitchSettings& settings)> via_stitching = {};
+  std::function<bool(Board& board, ShieldSettings& settings)> via_shielding = {};
+  std::function<bool(TUnusedPadsOptions& options)> unused_pads = {};
 };
 
 // Asks the dialogs of the client that is installed at the moment of the question.
@@ -28,6 +35,11 @@ class UIManager final : public HostObject<IUIManager> {
                          bool& move_to_grid) noexcept override;
   Status RoomArrangeDialog(IPCB_Board* board, IPCB_RoomArrangeOptions* options,
                            bool& confirmed) noexcept override;
+  Status ViaStitchingDialog(IPCB_SmartUnionObject* stitching, IServerDocumentView* view,
+                            bool& confirmed) noexcept override;
+  Status ViaShieldingDialog(IPCB_ViaShieldingSU* shielding, IServerDocumentView* view,
+                            bool& confirmed) noexcept override;
+  Status UnusedPadsDialog(TUnusedPadsOptions& options, bool& confirmed) noexcept override;
 };
 
 }  // namespace Ketril::Editor

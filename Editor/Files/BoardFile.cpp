@@ -8,6 +8,7 @@
 #include "Editor/Files/BoardPass.h"
 #include "Editor/Files/CompanionFiles.h"
 #include "Editor/Rules/ClassRules.h"
+#include "Editor/Vias/UnusedCopper.h"
 #include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 
@@ -91,6 +92,7 @@ Ref<Board> ReadBoardText(std::string text, const std::string& path, FileWarnings
   board->file.path = path;
   FileWarnings unheard;
   BoardPass::Read(*board, warnings ? *warnings : unheard);
+  ApplyUnusedCopper(*board);
   return board;
 }
 

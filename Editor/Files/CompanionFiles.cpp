@@ -9,6 +9,7 @@
 #include "Editor/Files/FileStyle.h"
 #include "Editor/Files/RulesJson.h"
 #include "Editor/Files/Units.h"
+#include "Editor/Vias/ViaUnions.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Editor {
@@ -108,6 +109,57 @@ Json ChannelsOf(const Board& board) {
   return channels;
 }
 
+constexpr const char* kStitching = "stitching";
+constexpr const char* kShielding = "shielding";
+
+using ObjectsById = std::unordered_map<std::string_view, Primitive*>;
+
+void ReadViaUnions(Board& board, const Json& unions, const ObjectsById& objects) {
+  for (const Json& value : unions) {
+    const std::string kind = value.value("kind", "");
+    Ref<Primitive> made;
+    if (kind == kStitching) {
+      const Ref<Stitching> stitching = MakeHost<Stitching>();
+      stitching->data.options =
+          MakeHost<StitchOptions>(board.Iterators(), board.Unions().StitchDefaults()->Copy());
+      made = Ref<Primitive>(stitching.Get());
+    } else if (kind == kShielding) {
+      const Ref<Shielding> shielding = MakeHost<Shielding>();
+      shielding->data.options =
+          MakeHost<ShieldOptions>(board.Iterators(), board.Unions().ShieldDefaults()->Copy());
+      ShieldSettings& settings = shielding->data.options->settings;
+      settings.net = board.FindNet(Platform::ToUtf16(value.value("net", "")));
+      for (const Json& id : PartOf(value, "objects")) {
+        const auto object = objects.find(id.get_ref<const std::string&>());
+        if (object != objects.end()) settings.primitives.emplace_back(object->second);
+      }
+      made = Ref<Primitive>(shielding.Get());
+    } else {
+      continue;
+    }
+    made->state.union_index = value.at("index").get<std::int32_t>();
+    board.Unions().Load(made);
+  }
+}
+
+Json ViaUnionsOf(const Board& board) {
+  Json unions = Json::array();
+  for (ViaUnion* object : board.Unions().List()) {
+    Json value = {{"index", object->Self().state.union_index}, {"kind", kStitching}};
+    if (const auto* shielding = dynamic_cast<const Shielding*>(&object->Self())) {
+      const ShieldSettings& settings = shielding->data.options->settings;
+      value["kind"] = kShielding;
+      if (settings.net) value["net"] = Platform::ToUtf8(settings.net->data.name);
+      Json& objects = value["objects"] = Json::array();
+      for (const Ref<Primitive>& primitive : settings.primitives) {
+        if (primitive->on_board) objects.push_back(Platform::ToUtf8(primitive->UniqueId()));
+      }
+    }
+    unions.push_back(std::move(value));
+  }
+  return unions;
+}
+
 }  // namespace
 
 void ReadExtras(Board& board, const std::string& text) {
@@ -125,7 +177,7 @@ void ReadExtras(Board& board, const std::string& text) {
       throw std::runtime_error("rule " + std::to_string(number) + ": " + error.what());
     }
   }
-  std::unordered_map<std::string_view, Primitive*> objects;
+  ObjectsById objects;
   const std::string_view board_text = board.file.text;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
     const SourceSpan id = object.source_id;
@@ -140,6 +192,7 @@ void ReadExtras(Board& board, const std::string& text) {
     if (object != objects.end()) object->second->Set(kFlag_TearDrop, true);
   }
   ReadChannels(board, PartOf(extras, "channels"));
+  ReadViaUnions(board, PartOf(extras, "via_unions"), objects);
 }
 
 std::string ExtrasText(const Board& board) {
@@ -167,6 +220,7 @@ std::string ExtrasText(const Board& board) {
   put("unions", std::move(unions));
   put("teardrops", std::move(teardrops));
   put("channels", ChannelsOf(board));
+  put("via_unions", ViaUnionsOf(board));
   extras.erase("version");
   if (extras.empty()) return {};
   extras["version"] = 1;

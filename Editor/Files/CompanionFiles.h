@@ -17,8 +17,10 @@ std::filesystem::path ExtrasPath(const std::filesystem::path& board);
 // patterns with * and ? (since 20221018) and assignments (since 20241229) make the members.
 void ReadProject(Board& board, const std::string& text);
 // {"version": 1, "rules": [...], "unions": {"identifier": index}, "teardrops": ["identifier"],
-// "channels": {"channel": ["room"]}}; rules as Editor/Files/RulesJson.h tells, channels are design channels.
-// Identifiers that the board does not have are passed over; what else is in it stays in it.
+// "channels": {"channel": ["room"]}, "via_unions": [{"index": 1, "kind": "stitching"}, {"index": 2, "kind":
+// "shielding", "net": "CLK", "objects": ["identifier"]}]}; rules as Editor/Files/RulesJson.h tells, channels
+// are design channels. Identifiers that the board does not have are passed over; what else is in it stays in
+// it.
 void ReadExtras(Board& board, const std::string& text);
 // Empty when there is nothing to tell.
 std::string ExtrasText(const Board& board);

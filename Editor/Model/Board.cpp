@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "Editor/Vias/ViaUnions.h"
+
 namespace Ketril::Editor {
 
 namespace {
@@ -35,7 +37,8 @@ struct Board::SavedBoard final : Snapshot {
 Board::Board()
     : id_(NextBoardId()),
       iterators_(std::make_shared<IteratorLedger>(IteratorLedger{.board = this, .live = 0})),
-      placer_options_(MakeHost<PlacerOptions>()) {
+      placer_options_(MakeHost<PlacerOptions>()),
+      via_unions_(std::make_unique<ViaUnions>(*this)) {
   board = this;
 }
 

@@ -22,6 +22,7 @@
 namespace Ketril::Editor {
 
 class ClearanceChecker;
+class ViaUnions;
 
 // A layer of the board file: its number there, its name in the items, the name that the user gave it.
 struct BoardLayer {
@@ -169,6 +170,30 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
   Status GetState_LayerStack(Ref<IPCB_LayerStack>& value) noexcept override;
   Status ProcessLayers(IPCB_LayerProcessInterface* callback) override;
 
+  KETRIL_HOST_READ(IPCB_Board2, Ref<IUIManager>, UIManager, dialogs_)
+  // The stitchings and shieldings: in Editor/Vias.
+  ViaUnions& Unions() { return *via_unions_; }
+  const ViaUnions& Unions() const { return *via_unions_; }
+  Status GetViaStitchOptions(Ref<IPCB_ViaStitchFloodOptions>& options) noexcept override;
+  Status CreateViaStitching(IPCB_ViaStitchFloodOptions* options,
+                            Ref<IPCB_SmartUnionObject>& stitching) noexcept override;
+  Status GetViaShieldingOptions(Ref<IPCB_ViaShieldingOptions>& options) noexcept override;
+  Status CreateViaShielding(IPCB_ViaShieldingOptions* options,
+                            Ref<IPCB_ViaShieldingSU>& shielding) noexcept override;
+  Status BuildViaStitching(IPCB_SmartUnionObject* stitching, bool& built) noexcept override;
+  Status BuildViaShielding(IPCB_ViaShieldingSU* shielding, bool& built) noexcept override;
+  Status AssignUnionIndex(IPCB_SmartUnionObject* object, std::int32_t& index) noexcept override;
+  Status RegisterPrimitive(IPCB_SmartUnionObject* object) noexcept override;
+  Status RegisterShielding(IPCB_ViaShieldingSU* shielding) noexcept override;
+  Status RemoveViaStitching() noexcept override;
+  Status RemoveViaShielding() noexcept override;
+  Status RemoveViaShieldingByIndex(std::int32_t index) noexcept override;
+  Status GetState_SmartUnionCount(std::int32_t& value) noexcept override;
+  Status GetSmartUnion(std::int32_t index, Ref<IPCB_SmartUnionObject>& object) noexcept override;
+  KETRIL_HOST_METHOD(IPCB_Board2, RefreshBoard, (), view->Update())
+  Status RefreshBoardFor(IPCB_SmartUnionObject* object) noexcept override;
+  Status InvalidatePrimitive(IPCB_SmartUnionObject* object) noexcept override;
+
   Status GetState_RuleByName(const std::u16string& name, Ref<IPCB_Primitive>& rule) noexcept override;
   Status GetState_RulesOfKind(TRuleKind rule_kind, Ref<IPCB_RuleList>& rules) noexcept override;
   Status CreateViolationReport(TRuleKindSet kinds, Ref<IPCB_ViolationReport>& report) noexcept override;
@@ -178,7 +203,6 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
   // Checks clearances on the board as it is; good until the board changes.
   ClearanceChecker& Clearances();
   KETRIL_HOST_READ(IPCB_Board3, Ref<IPCB_AdvancedPlacerOptions>, AdvancedPlacerOptions, placer_options_)
-  KETRIL_HOST_READ(IPCB_Board3, Ref<IUIManager>, UIManager, dialogs_)
 
   KETRIL_HOST_METHOD(IPCB_BoardRooms, CreateGroup, (Ref<IPCB_Group2> & group),
                      void(group = MakeHost<LooseGroup>()))
@@ -213,6 +237,7 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
   const Ref<IUIManager> dialogs_{MakeHost<UIManager>()};
   const Ref<IPCB_RoomArrangeOptions> room_options_{MakeHost<Editor::RoomArrangeOptions>()};
   std::unordered_set<Primitive*> tried_;
+  const std::unique_ptr<ViaUnions> via_unions_;
   mutable std::vector<Primitive*> selected_;
   mutable bool selection_known_ = false;
   mutable Ref<BoardOutline> outline_;

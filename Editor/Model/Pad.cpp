@@ -7,6 +7,7 @@
 
 #include "Editor/Model/Board.h"
 #include "Editor/Model/LayerIterator.h"
+#include "Editor/Vias/UnusedCopper.h"
 
 namespace Ketril::Editor {
 
@@ -265,6 +266,15 @@ Status Pad::StackLayers(IPCB_Board* on, Ref<IPCB_LayerIterator>& iterator) const
   if (state.layer == eV6_MultiLayer) layers = SpannedLayers(stack, eV6_TopLayer, eV6_BottomLayer);
   iterator = MakeHost<LayerIterator>(std::move(layers));
   return Status::Ok;
+}
+
+Status Pad::RemoveUnusedPads(bool preserve_start_end) noexcept {
+  return HostCall("IPCB_Pad3.RemoveUnusedPads",
+                  [&] { Write([&] { RemoveUnusedCopper(*this, preserve_start_end); }); });
+}
+
+Status Pad::RestoreUnusedPads() noexcept {
+  return HostCall("IPCB_Pad3.RestoreUnusedPads", [&] { Write([&] { RestoreUnusedCopper(*this); }); });
 }
 
 }  // namespace Ketril::Editor

@@ -129,9 +129,9 @@ class Pad final : public PrimitiveObject<Pad, Primitive, IPCB_Pad3> {
   KETRIL_HOST_METHOD(IPCB_Pad3, StackLayerIterator, (IPCB_Board * on, Ref<IPCB_LayerIterator>& iterator),
                      StackLayers(on, iterator))
   KETRIL_HOST_LAYER_READ(IPCB_Pad3, bool, IsPadRemoved, Contains(data.removed, layer))
-  // What is unused follows from what touches the copper; the editor does not work that out.
-  KETRIL_HOST_METHOD(IPCB_Pad3, RemoveUnusedPads, (bool), Status::Failure)
-  KETRIL_HOST_METHOD(IPCB_Pad3, RestoreUnusedPads, (), Status::Failure)
+  // What is unused: Editor/Vias/UnusedCopper.h.
+  Status RemoveUnusedPads(bool preserve_start_end) noexcept override;
+  Status RestoreUnusedPads() noexcept override;
   KETRIL_HOST_METHOD(IPCB_Pad3, ValidateSizeShape, (), Write([&] { MakeValid(); }))
   // No shape is kept beside the data: only the index holds a box that follows from it.
   KETRIL_HOST_METHOD(IPCB_Pad3, InvalidateCache, (), AfterWrite())

@@ -5,6 +5,7 @@
 
 #include "Editor/Model/Board.h"
 #include "Editor/Model/LayerIterator.h"
+#include "Editor/Vias/UnusedCopper.h"
 
 namespace Ketril::Editor {
 
@@ -97,6 +98,15 @@ Status Via::StackLayers(IPCB_Board* on, Ref<IPCB_LayerIterator>& iterator) const
   if (on && !stack) return Status::InvalidArgument;
   iterator = MakeHost<LayerIterator>(SpannedLayers(stack, data.low, data.high));
   return Status::Ok;
+}
+
+Status Via::RemoveUnusedPads(bool preserve_start_end) noexcept {
+  return HostCall("IPCB_Via2.RemoveUnusedPads",
+                  [&] { Write([&] { RemoveUnusedCopper(*this, preserve_start_end); }); });
+}
+
+Status Via::RestoreUnusedPads() noexcept {
+  return HostCall("IPCB_Via2.RestoreUnusedPads", [&] { Write([&] { RestoreUnusedCopper(*this); }); });
 }
 
 }  // namespace Ketril::Editor

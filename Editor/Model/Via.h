@@ -76,9 +76,9 @@ class Via final : public PrimitiveObject<Via, Primitive, IPCB_Via2> {
   KETRIL_HOST_READ(IPCB_Via2, Ref<IPCB_LayerIterator>, DefinitionLayerIterator, DefinitionLayers())
   KETRIL_HOST_METHOD(IPCB_Via2, StackLayerIterator, (IPCB_Board * on, Ref<IPCB_LayerIterator>& iterator),
                      StackLayers(on, iterator))
-  // What is unused follows from what touches the copper; the editor does not work that out.
-  KETRIL_HOST_METHOD(IPCB_Via2, RemoveUnusedPads, (bool), Status::Failure)
-  KETRIL_HOST_METHOD(IPCB_Via2, RestoreUnusedPads, (), Status::Failure)
+  // What is unused: Editor/Vias/UnusedCopper.h.
+  Status RemoveUnusedPads(bool preserve_start_end) noexcept override;
+  Status RestoreUnusedPads() noexcept override;
   KETRIL_HOST_LAYER_READ(IPCB_Via2, TCoord, Calculated_SolderMaskExpansionOnLayer,
                          OpensMask(layer) ? SolderMaskExpansion() : 0)
 

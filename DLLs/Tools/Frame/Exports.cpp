@@ -5,6 +5,9 @@
 #include "DLLs/Tools/Placement/AlignTool.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
+#include "DLLs/Tools/Vias/UnusedPads.h"
+#include "DLLs/Tools/Vias/ViaShielding.h"
+#include "DLLs/Tools/Vias/ViaStitching.h"
 #include "Interfaces/Tools.h"
 
 namespace Ketril {
@@ -16,6 +19,26 @@ void Tools_ReplaceSelectedPadsWithVias(IPCB_Board* ABoard) {
 }
 void Tools_ReplaceSelectedViasWithPads(IPCB_Board* ABoard) {
   RunTool<kNothingWithoutBoard>(ReplaceSelectedViasWithPads, ABoard);
+}
+
+void Tools_ApplyViaStitching(IPCB_Board* ABoard, IServerDocumentView* AView, IParameterList* AParameters) {
+  RunOnInterfaces(ApplyViaStitching, ABoard, AView, AParameters);
+}
+void Tools_GetViaStitchingCommandState(IPCB_Board* ABoard, IParameterList* AParameters, LongBool& AEnabled,
+                                       LongBool& AChecked, LongBool& AVisible, char16_t* ACaption,
+                                       char16_t* AImage) {
+  TViaStitchingManager::GetPLState(ABoard, AParameters, AEnabled, AChecked, AVisible, ACaption, AImage);
+}
+void Tools_ApplyViaShielding(IPCB_Board* ABoard, IServerDocumentView* AView, IParameterList* AParameters) {
+  RunOnInterfaces(ApplyViaShielding, ABoard, AView, AParameters);
+}
+void Tools_GetViaShieldingCommandState(IPCB_Board* ABoard, IParameterList* AParameters, LongBool& AEnabled,
+                                       LongBool& AChecked, LongBool& AVisible, char16_t* ACaption,
+                                       char16_t* AImage) {
+  TViaShieldingManager::GetPLState(ABoard, AParameters, AEnabled, AChecked, AVisible, ACaption, AImage);
+}
+void Tools_RemoveUnusedPads(IPCB_Board* ABoard) {
+  RunTool<kStandard>([](TBoard* board) { TUnusedPadsRemoval(board).Run(); }, ABoard);
 }
 
 void Tools_TearDrops(IPCB_Board* ABoard, IParameterList* AParameters) {

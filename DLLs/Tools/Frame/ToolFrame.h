@@ -70,4 +70,12 @@ auto RunTool(Tool&& tool, IPCB_Board* board, const Arguments&... arguments) {
   }
 }
 
+// The frame of the tools that work on the editor's interfaces and make no wrappers: the references alone. The
+// tool gets the interfaces as they came.
+template <class Tool, class... Interfaces>
+void RunOnInterfaces(Tool&& tool, Interfaces*... interfaces) {
+  const std::tuple held{Ref<Interfaces>(interfaces)...};
+  tool(interfaces...);
+}
+
 }  // namespace Ketril::Tools
