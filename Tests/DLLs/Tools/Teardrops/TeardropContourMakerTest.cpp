@@ -142,12 +142,26 @@ TEST(CircleOutline, AnArcIntoAVia) {
   };
   ExpectOutline(make(kStraight),
                 {{22.5780, -7.7220}, {9.8945, -11.2738}, {11.4695, 9.6670}, {23.3071, 2.3806}});
-  // Curved flanks leave along the edge and land along the circle, so they stay within the straight ones'
-  // ends.
+  // Curved flanks leave along the edge.
   const std::vector<Place> curved = make(TeardropFlag_ScaleWidth);
   ASSERT_GT(curved.size(), 8u);
   const double leaving = std::atan2(curved[1].y - curved[0].y, curved[1].x - curved[0].x);
   EXPECT_NEAR(leaving, std::atan2(100 * kMil + curved[0].y, curved[0].x) + std::numbers::pi / 2, 0.1);
+}
+
+// An arc of 20 mil about (0, -20) stays near the via: the edges run shorter than the teardrop by half the
+// width, or just half the width, and not past the arc's end. One foot stays where the circle about the
+// teardrop's end crosses.
+TEST(CircleOutline, ATightArc) {
+  ThinArcType arc = {0, -20 * kMil, 20 * kMil, 0, 90, 0, 0, 0, 0};
+  UpdateArcEnds(arc);
+  const auto make = [&](std::int32_t width_mil) {
+    return PlacesOf(TTeardropContourMaker::ArcToCircleContour(arc, width_mil * 10000, kVia,
+                                                              eTeardropObject_Via, Options(kStraight), true));
+  };
+  const Place foot1 = {5.9929, -13.7508}, foot2 = {14.2620, 4.6471};
+  ExpectOutline(make(10), {{13.4203, -13.2997}, foot1, foot2, {17.9948, -2.6452}});
+  ExpectOutline(make(20), {{10, -20}, foot1, foot2, {21.3912, 1.0337}});
 }
 
 // A curve drops the places at which it has turned by less than 3 degrees since the last one.
@@ -195,6 +209,19 @@ TEST(PolygonOutline, ATrackIntoARectangleAtAnyAngle) {
       }
     }
   }
+}
+
+// The arc of 100 mil about (0, -100) leaves through the right side; each edge runs 10 mil from its own
+// crossing.
+TEST(PolygonOutline, AnArcIntoARectangle) {
+  const TPolygonOwner pad = Rectangle(30, 20, 0);
+  ThinArcType arc = {0, -100 * kMil, 100 * kMil, 0, 90, 0, 0, 0, 0};
+  UpdateArcEnds(arc);
+  const auto contours = TTeardropContourMaker::ToPolygonContours(&arc, nullptr, 10 * kMil, *pad,
+                                                                 {10 * kMil, 20 * kMil}, Options(kStraight));
+  ASSERT_TRUE(contours && contours->size() == 1);
+  ExpectOutline(PlacesOf(contours->front()),
+                {{39.3047, -13.5122}, {29.8800, -15.2654}, {29.8800, 6.0533}, {39.4327, -2.6858}});
 }
 
 TEST(PolygonOutline, TwoCrossingsGiveTwoContoursAndNoneNone) {
