@@ -4,8 +4,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
+#include "DLLs/Tools/Frame/ObjectScope.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
+#include "DLLs/Tools/Frame/Primitives.h"
+#include "DLLs/Tools/Teardrops/TeardropBuilder.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
 #include "Editor/Files/BoardFile.h"
@@ -46,6 +50,13 @@ class TearDrops : public testing::Test {
     const Ref<Editor::Board> board = BoardFromText(text);
     Run(*board, flags);
     return Count(*board);
+  }
+
+  using TBoard = Tools::TBoard;
+  static Tools::TPrimitive& First(TBoard& board, TObjectId kind) {
+    Tools::TBoardIterator iterator(&board);
+    iterator.SetState_FilterObject({kind});
+    return *iterator.First();
   }
 
   static constexpr std::int32_t kDefault = 1000;
@@ -353,6 +364,49 @@ TEST_F(TearDrops, MarksAndSelection) {
   via->SetFlag(Editor::kFlag_Selected, true);
   Tools_RemoveTearDropsOnSelected(board.Get());
   EXPECT_EQ(Count(*board), all - 1);
+}
+
+// The component's pad has one teardrop, the via at the other end of its track the second.
+TEST_F(TearDrops, OfOneComponentTrackOrNet) {
+  const struct {
+    const char* name;
+    std::function<void(Tools::TTeardropBuilder&, TBoard&)> run;
+    int left;
+  } rows[] = {
+      {"component",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromComponent(&First(board, eComponentObject)); },
+       2},
+      {"a via is no component",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromComponent(&First(board, eViaObject)); }, 3},
+      {"tracks that touch the via",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromConnectedTracks(&First(board, eViaObject)); },
+       1},
+      {"what touches the via",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromTouchingObjects(&First(board, eViaObject)); },
+       2},
+  };
+  constexpr const char* kBoard =
+      "component U1 at 0,0 { pad 0,0 60x60 name 1 net A } ; via 200,0 30/15 net A ;"
+      "track 0,0 200,0 w10 top net A ; via 0,400 30/15 net A ; track 0,400 200,400 w10 top net A";
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Ref<Editor::Board> host = BoardFromText(kBoard);
+    Run(*host, kDefault);
+    ASSERT_EQ(Count(*host), 3);
+    const Tools::TObjectScope scope;
+    TBoard& board = *TBoard::Create(host);
+    Tools::TTeardropBuilder builder(&board, nullptr);
+    row.run(builder, board);
+    EXPECT_EQ(Count(*host), 3);
+    builder.FlushFilletList();
+    EXPECT_EQ(Count(*host), row.left);
+
+    builder.ShowDropsForNet(nullptr, false);
+    builder.ShowDropsForNet(Tools::CheckedCast<Tools::TGroup>(&First(board, eNetObject)), false);
+    host->objects.ForEach(TObjectSet::All(), [](Editor::Primitive& object) {
+      EXPECT_EQ(object.Has(Editor::kFlag_EnableDraw), !object.Has(Editor::kFlag_TearDrop));
+    });
+  }
 }
 
 TEST_F(TearDrops, TheDialogDecidesAndIsRemembered) {
