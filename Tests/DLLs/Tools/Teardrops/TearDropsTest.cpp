@@ -409,6 +409,31 @@ TEST_F(TearDrops, OfOneComponentTrackOrNet) {
   }
 }
 
+TEST_F(TearDrops, ParametersReplaceWhatTheyName) {
+  const struct {
+    const char16_t *name, *value;
+    bool taken;
+    double pads_length, tracks_width;
+    std::int32_t flags;
+  } rows[] = {
+      {u"TeardropParam_PercentForPads_Length", u"12.5", true, 12.5, -1, kDefault},
+      {u"TeardropParam_PercentForPads_Length", u"much", false, 100, -1, kDefault},
+      {u"TeardropParam_PercentForTracks_Width", u"50", true, 100, -1, kDefault},
+      {u"TeardropParam_FlagsEx", u"33", true, 100, -1, 33},
+      {u"TeardropParam_FlagsEx", u"33.5", false, 100, -1, kDefault},
+      {u"TeardropParam_Flags", u"33", false, 100, -1, kDefault},
+  };
+  for (const auto& row : rows) {
+    const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+    parameters->AddParameter(row.name, row.value);
+    TTeardropOptionsEx options = Tools::DefaultTeardropOptions();
+    EXPECT_EQ(Tools::ReadTeardropParameters(parameters.Get(), options), row.taken);
+    EXPECT_EQ(options.SizePercentArray[eTeardropObject_Pad].Length, row.pads_length);
+    EXPECT_EQ(options.SizePercentArray[eTeardropObject_Track].Width, row.tracks_width);
+    EXPECT_EQ(options.Flags, row.flags);
+  }
+}
+
 TEST_F(TearDrops, TheDialogDecidesAndIsRemembered) {
   const Ref<Editor::Board> board = BoardFromText("via 0,0 30/15 net A ; track 0,0 200,0 w10 top net A");
   Tools_TearDrops(board.Get(), nullptr);
