@@ -69,13 +69,13 @@ class TTeardropBuilder {
 
   void AddDropsForObject(TPrimitive* P);
   bool IsPartner(TPrimitive* P, TPrimitive* T, bool& is_filed);
-  void AddDropsAtTrack(TPrimitive* P, TPrimitive* T, TTouchList& touching);
+  void AddDropsAtTrack(TPrimitive* P, TPrimitive* T, bool may_hold_drops);
   TTemporary<TPad> MakeViaPad(const TVia* via, TV7_Layer layer);
   TTemporary<TPad> MakeVirtualPad(GeoPointType point, TCoord width, TV7_Layer layer);
   void AddDropForPair(TPad* P, TPrimitive* T, TTeardropObject kind, TPrimitive* owner);
   void MakeTeardropRegion(const Ref<IPCB_Contour>& contour, TPrimitive* T, TPrimitive* owner);
 
-  void RemoveDropsBetweenObjects(TPrimitive* P, TPrimitive* T, TTouchList& touching_P);
+  void RemoveDropsBetweenObjects(TPrimitive* P, TPrimitive* T);
   bool IsDropBetween(TPrimitive* D, TPrimitive* A, TPrimitive* B);
   void QueueDropRemoval(TPrimitive* D);
 

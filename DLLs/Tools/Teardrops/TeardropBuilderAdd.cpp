@@ -59,6 +59,8 @@ void TTeardropBuilder::AddDropsForObject(TPrimitive* P) {
   CollectTouchingPrimitives(P, touching);
   const TObjectId kind = P->ObjectID();
   if (kind == ePadObject && !IsPadServed(P)) return;
+  // A teardrop between two objects touches both: without one here, none can be between P and a partner.
+  const bool may_hold_drops = touching.HasTearDrop();
   for (std::int32_t i = 0; i < touching.Count(); ++i) {
     TPrimitive* T = touching.At(i);
     bool is_filed = false;
@@ -66,14 +68,14 @@ void TTeardropBuilder::AddDropsForObject(TPrimitive* P) {
     if (is_filed) touching.Take(i);  // the junctions refer to it
     if (!is_partner) continue;
     if (kind == ePadObject) {
-      RemoveDropsBetweenObjects(P, T, touching);
+      if (may_hold_drops) RemoveDropsBetweenObjects(P, T);
       AddDropForPair(CheckedCast<TPad>(P), T, eTeardropObject_Pad, P);
     } else if (kind == eViaObject) {
       const TTemporary<TPad> pad = MakeViaPad(CheckedCast<TVia>(P), T->Layer());
-      RemoveDropsBetweenObjects(P, T, touching);
+      if (may_hold_drops) RemoveDropsBetweenObjects(P, T);
       AddDropForPair(pad.get(), T, eTeardropObject_Via, P);
     } else if (Has(TeardropFlag_Track)) {
-      AddDropsAtTrack(P, T, touching);
+      AddDropsAtTrack(P, T, may_hold_drops);
     }
   }
 }
@@ -96,11 +98,11 @@ bool TTeardropBuilder::IsPartner(TPrimitive* P, TPrimitive* T, bool& is_filed) {
   return kind == eTrackObject || kind == eArcObject;
 }
 
-void TTeardropBuilder::AddDropsAtTrack(TPrimitive* P, TPrimitive* T, TTouchList& touching) {
+void TTeardropBuilder::AddDropsAtTrack(TPrimitive* P, TPrimitive* T, bool may_hold_drops) {
   for (const GeoPointType point : FindCrossings(P, T)) {
     const TTemporary<TPad> pad = MakeVirtualPad(point, TrackOrArcWidth(P), P->Layer());
     pad->SetLayer(eV6_MultiLayer);
-    RemoveDropsBetweenObjects(P, T, touching);
+    if (may_hold_drops) RemoveDropsBetweenObjects(P, T);
     AddDropForPair(pad.get(), T, eTeardropObject_Track, nullptr);
   }
 }
@@ -174,14 +176,8 @@ void TTeardropBuilder::MakeTeardropRegion(const Ref<IPCB_Contour>& contour, TPri
   FilletList[1].push_back(region);
 }
 
-// A teardrop between the two touches both of them, so that none can be there when none touches P.
-void TTeardropBuilder::RemoveDropsBetweenObjects(TPrimitive* P, TPrimitive* T, TTouchList& touching_P) {
-  bool has_drop = false;
-  for (std::int32_t i = 0; i < touching_P.Count() && !has_drop; ++i) {
-    has_drop = touching_P.At(i) && touching_P.At(i)->TearDrop();
-  }
-  if (!has_drop || !SameLogicalNet(P, T)) return;
-
+void TTeardropBuilder::RemoveDropsBetweenObjects(TPrimitive* P, TPrimitive* T) {
+  if (!SameLogicalNet(P, T)) return;
   const bool along_P = IsTrackOrArc(P) && (!IsTrackOrArc(T) || TrackOrArcWidth(P) <= TrackOrArcWidth(T));
   if (!along_P && !IsTrackOrArc(T)) return;
   TPrimitive* A = along_P ? P : T;

@@ -76,12 +76,16 @@ TTeardropTJunctionNode::TTeardropTJunctionNode(const TNodePoint& ANodePoint, TPr
   FTrackList.push_back({ATrackLine, TrackOrArcWidth(AReferencePrimitive)});
 }
 
+TTeardropTJunctionNode::TTeardropTJunctionNode(const TNodePoint& ANodePoint, TTrack* ATrack)
+    : TTeardropTJunctionNode(ANodePoint) {
+  Assert(ATrack);
+  FReferencePrimitive = ATrack;
+  FTrackList.push_back({TrackToLine(ATrack, 0), TrackOrArcWidth(ATrack)});
+}
+
 TTeardropTJunctionNode::TTeardropTJunctionNode(const TNodePoint& ANodePoint, TPrimitive* ATrackOrArc)
     : TTeardropTJunctionNode(ANodePoint) {
-  Assert(ATrackOrArc);
-  if (!dynamic_cast<TTrack*>(ATrackOrArc)) return;
-  FReferencePrimitive = ATrackOrArc;
-  FTrackList.push_back({TrackToLine(ATrackOrArc, 0), TrackOrArcWidth(ATrackOrArc)});
+  if (auto* track = dynamic_cast<TTrack*>(ATrackOrArc)) *this = TTeardropTJunctionNode(ANodePoint, track);
 }
 
 void TTeardropTJunctionNode::Add(const TPrimitive* ATrackOrArc) {
@@ -95,7 +99,8 @@ void TTeardropTJunctionNode::AddTrackLine(const TNodeTrack& Track) {
 }
 
 bool TTeardropTJunctionNode::CheckInPad(TBoard* Board) const {
-  return TPadBoxes(Board, FReferencePrimitive->Layer()).Hold(FNodePoint.X, FNodePoint.Y);
+  return FReferencePrimitive &&
+         TPadBoxes(Board, FReferencePrimitive->Layer()).Hold(FNodePoint.X, FNodePoint.Y);
 }
 
 void TTeardropTJunctionNodeList::AddTouchingPair(TPrimitive* ATrackOrArc1, TPrimitive* ATrackOrArc2) {
@@ -165,7 +170,7 @@ void TTeardropTJunctionNodeList::ProcessList(TBoard* Board) {
     return found->second.Hold(node.NodePoint().X, node.NodePoint().Y);
   };
   const auto falls_out = [&](const std::unique_ptr<TTeardropTJunctionNode>& node) {
-    if (node->Count() >= 3 && !is_in_pad(*node)) return false;
+    if (node->Count() >= 3 && node->ReferencePrimitive() && !is_in_pad(*node)) return false;
     FDictionary.erase(node->NodePoint());
     return true;
   };

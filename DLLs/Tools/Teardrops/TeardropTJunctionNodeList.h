@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
+#include "DLLs/Tools/Frame/PrimitivesLines.h"
 #include "DLLs/Tools/Geometry/RT_GeometryTypes.h"
 
 namespace Ketril::Tools {
@@ -35,7 +36,9 @@ class TTeardropTJunctionNode {
   // With a first piece, which is taken whatever its length; the primitive is a track or an arc.
   TTeardropTJunctionNode(const TNodePoint& ANodePoint, TPrimitive* AReferencePrimitive,
                          const LineType& ATrackLine);
-  // With the whole line of a track; of anything else but null, without a piece.
+  // With the whole line of the track.
+  TTeardropTJunctionNode(const TNodePoint& ANodePoint, TTrack* ATrack);
+  // Likewise for a track; for anything else without a piece and without a reference.
   TTeardropTJunctionNode(const TNodePoint& ANodePoint, TPrimitive* ATrackOrArc);
 
   void Add(const TPrimitive* ATrackOrArc);  // nothing for anything but a track
@@ -45,7 +48,7 @@ class TTeardropTJunctionNode {
   std::int32_t Count() const { return static_cast<std::int32_t>(FTrackList.size()); }
   const std::vector<TNodeTrack>& TrackList() const { return FTrackList; }
   const TNodePoint& NodePoint() const { return FNodePoint; }
-  // What the finished teardrop takes its marks from; null when nothing was filed.
+  // What the finished teardrop takes its marks from; null for a node that was made without a piece.
   TPrimitive* ReferencePrimitive() const { return FReferencePrimitive; }
   // Is the point, by 100 units, in the box of a pad or via of the board; a box, not the copper. Walks the
   // board.
@@ -69,7 +72,8 @@ class TTeardropTJunctionNodeList {
   void AddTrackLine(const LineType& ATrackLine, TPrimitive* AReferencePrimitive);
   // Files a whole track or arc at both of its ends; nothing for teardrops, other kinds and null.
   void AddTrackOrArc(TPrimitive* ATrackOrArc);
-  // Keeps the nodes with three pieces or more that are in no pad's or via's box.
+  // Keeps the nodes with three pieces or more that are in no pad's or via's box; a node that an arc made has
+  // nothing to take the marks of a teardrop from, and goes.
   void ProcessList(TBoard* Board);
   void Clear();
 

@@ -24,6 +24,13 @@ TTouchList::~TTouchList() {
   }
 }
 
+bool TTouchList::HasTearDrop() const {
+  for (std::int32_t i = 0; i < Count(); ++i) {
+    if (At(i)->TearDrop()) return true;
+  }
+  return false;
+}
+
 TPrimitive* TTouchList::Take(std::int32_t index) {
   TPrimitive* primitive = At(index);
   list_.AtPut(index, nullptr);

@@ -17,6 +17,7 @@ class TTouchList {
 
   std::int32_t Count() const { return list_.Count(); }
   TPrimitive* At(std::int32_t index) const { return static_cast<TPrimitive*>(list_.At(index)); }
+  bool HasTearDrop() const;  // does one of them have the flag; nothing was taken out yet
   // The wrapper is the caller's from then on; the place stays empty.
   TPrimitive* Take(std::int32_t index);
   TListContainer& List() { return list_; }

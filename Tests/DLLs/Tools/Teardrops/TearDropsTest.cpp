@@ -2,13 +2,21 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 
+#include "DLLs/Tools/Frame/ObjectScope.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
+#include "DLLs/Tools/Frame/Primitives.h"
+#include "DLLs/Tools/Teardrops/TeardropBuilder.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
+#include "Editor/Files/BoardFile.h"
 #include "Editor/Rules/Clearance.h"
 #include "Interfaces/Tools.h"
 #include "Platform/Messages.h"
+#include "Platform/Text.h"
 #include "Tests/Support/BoardFromText.h"
 #include "Tests/Support/DescribeBoard.h"
 
@@ -44,8 +52,17 @@ class TearDrops : public testing::Test {
     return Count(*board);
   }
 
+  using TBoard = Tools::TBoard;
+  static Tools::TPrimitive& First(TBoard& board, TObjectId kind) {
+    Tools::TBoardIterator iterator(&board);
+    iterator.SetState_FilterObject({kind});
+    return *iterator.First();
+  }
+
   static constexpr std::int32_t kDefault = 1000;
   bool accept_ = false;
+  bool confirms_ = false;
+  std::string opened_;
   TTeardropOptionsEx shown_;
   Editor::ClientSetup ClientOfThis() {
     Editor::ClientSetup setup;
@@ -54,6 +71,11 @@ class TearDrops : public testing::Test {
       options.SizePercentArray[eTeardropObject_Via].Length = 44;
       return accept_;
     };
+    setup.confirm = [this](const std::u16string& text) {
+      EXPECT_EQ(text, u"Confirm Abort Process");
+      return std::optional(confirms_);
+    };
+    setup.open_document = [this](const std::filesystem::path& file) { opened_ = file.string(); };
     return setup;
   }
   Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(ClientOfThis())};
@@ -95,6 +117,189 @@ TEST_F(TearDrops, WhoGetsHowMany) {
       {"empty board", "", kDefault, 0},
   };
   for (const auto& row : rows) EXPECT_EQ(CountFor(row.board, row.flags), row.count) << row.name;
+}
+
+// The first vertices of the only teardrop, in mil; lengths come from the rows of the options.
+TEST_F(TearDrops, OutlinesOnABoard) {
+  constexpr std::int32_t kStraight = kDefault | TeardropFlag_Straight;
+  constexpr std::int32_t kUnscaled = kStraight & ~TeardropFlag_ScaleWidth;
+  struct Place {
+    double x, y;
+  };
+  const struct {
+    const char* name;
+    const char* board;
+    std::int32_t flags;
+    std::vector<Place> outline;  // none: no teardrop
+  } rows[] = {
+      {"via: 9 long, 21 wide",
+       "via 0,0 30/15 ; track 0,0 200,0 w10 top",
+       kStraight,
+       {{23.1421, -5}, {10.7121, -10.5}, {10.7121, 10.5}, {23.1421, 5}}},
+      {"round surface pad: 10 long, 20 wide",
+       "pad 0,0 60x60 round top ; track 0,0 200,0 w10 top",
+       kStraight,
+       {{39.5804, -5}, {28.2843, -10}, {28.2843, 10}, {39.5804, 5}}},
+      {"round through-hole pad: 18 long, 42 wide",
+       "pad 0,0 60x60 round hole 30 ; track 0,0 200,0 w10 top",
+       kStraight,
+       {{47.5804, -5}, {21.4243, -21}, {21.4243, 21}, {47.5804, 5}}},
+      {"rectangle, shrunk by 0.12",
+       "pad 0,0 60x40 rect top ; track 0,0 200,0 w10 top",
+       kStraight,
+       {{39.88, -5}, {29.76, -10}, {29.76, 10}, {39.88, 5}}},
+      {"through-hole rectangle: the same",
+       "pad 0,0 60x40 rect hole 30 ; track 0,0 200,0 w10 top",
+       kStraight,
+       {{39.88, -5}, {29.76, -10}, {29.76, 10}, {39.88, 5}}},
+      {"oval, across",
+       "pad 0,0 60x40 round top ; track 0,0 0,200 w8 top",
+       kStraight,
+       {{4, 27.88}, {8, 19.76}, {-8, 19.76}, {-4, 27.88}}},
+      {"rectangle, half the run", "pad 0,0 60x40 rect top ; track 0,0 34.88,0 w10 top", kStraight, {}},
+      {"rectangle, half the run at the full width",
+       "pad 0,0 60x40 rect top ; track 0,0 34.88,0 w10 top",
+       kUnscaled,
+       {{34.88, -5}, {29.76, -10}, {29.76, 10}, {34.88, 5}}},
+      {"a narrow track leaves a wide one",
+       "track -200,0 200,0 w40 top ; track 0,0 0,200 w10 top",
+       kStraight,
+       {{5, 59.3649}, {14.1510, 14.1333}, {-14.1510, 14.1333}, {-5, 59.3649}}},
+      {"via, curved",
+       "via 0,0 30/15 ; track 0,0 200,0 w10 top",
+       kDefault,
+       {{23.1421, -5},
+        {21.7508, -5.055},
+        {20.3925, -5.22},
+        {19.0671, -5.495},
+        {17.7747, -5.88},
+        {16.5152, -6.375},
+        {15.2887, -6.98},
+        {14.0951, -7.695},
+        {12.9345, -8.52},
+        {11.8068, -9.455},
+        {10.7121, -10.5},
+        {10.7121, 10.5}}},
+      {"rectangle, curved",
+       "pad 0,0 60x40 rect top ; track 0,0 200,0 w10 top",
+       kDefault,
+       {{39.88, -5},
+        {37.9572, -5.05},
+        {36.2368, -5.2},
+        {34.7188, -5.45},
+        {33.4032, -5.8},
+        {32.29, -6.25},
+        {31.3792, -6.8},
+        {30.6708, -7.45},
+        {30.1648, -8.2},
+        {29.8612, -9.05},
+        {29.76, -10},
+        {29.76, 10}}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Ref<Editor::Board> board = BoardFromText(row.board);
+    Run(*board, row.flags);
+    const auto* region = Tests::Find<Editor::Region>(*board);
+    ASSERT_EQ(region != nullptr, !row.outline.empty());
+    if (!region) continue;
+    const auto& points = region->data.rings[0].points;
+    ASSERT_EQ(points.size(), row.flags & TeardropFlag_Straight ? 4u : 22u);
+    for (std::size_t i = 0; i < row.outline.size(); ++i) {
+      EXPECT_NEAR(points[i].x, row.outline[i].x * 10000, 2) << "vertex " << i;
+      EXPECT_NEAR(points[i].y, row.outline[i].y * 10000, 2) << "vertex " << i;
+    }
+  }
+}
+
+// The track of the older builder is as wide as the wide track, with which it is filed for junctions.
+TEST_F(TearDrops, ATeardropOfTheOlderBuilderGoes) {
+  const Ref<Editor::Board> board = BoardFromText(
+      "track -200,0 200,0 w10 top net A ; track 0,0 0,20 w10 top net A teardrop ; track 0,0 0,200 w6 top net "
+      "A");
+  Run(*board, kDefault);
+  board->objects.ForEach({eTrackObject}, [](const Editor::Primitive& track) {
+    EXPECT_FALSE(track.Has(Editor::kFlag_TearDrop));
+  });
+}
+
+// Teardrops that other programs wrote are taken for what they are: with and without a fill.
+TEST_F(TearDrops, OfOtherProgramsGo) {
+  const std::string head = R"((kicad_pcb (version 20240108) (generator "pcbnew")
+  (layers (0 "F.Cu" signal) (31 "B.Cu" signal)) (net 0 "") (net 1 "GND")
+  (segment (start 100 100) (end 110 100) (width 0.25) (layer "F.Cu") (net 1))
+  (segment (start 110 100) (end 110 110) (width 0.5) (layer "F.Cu") (net 1))
+  (via (at 100 100) (size 0.8) (drill 0.4) (layers "F.Cu" "B.Cu") (net 1))
+  (zone (net 1) (net_name "GND") (layer "F.Cu") (name "copper") (hatch full 0.1) (min_thickness 0.1) (fill yes)
+    (polygon (pts (xy 99 99) (xy 112 99) (xy 112 112) (xy 99 112))))
+)";
+  const std::string drops =
+      R"(  (zone (net 1) (net_name "GND") (layer "F.Cu") (name "$teardrop_padvia$") (hatch full 0.1)
+    (priority 30000) (attr (teardrop (type padvia))) (connect_pads yes (clearance 0)) (min_thickness 0.0254)
+    (filled_areas_thickness no) (fill yes (thermal_gap 0.5) (thermal_bridge_width 0.5))
+    (polygon (pts (xy 100.8 99.875) (xy 100.2 99.65) (xy 99.9 100) (xy 100.2 100.35) (xy 100.8 100.125)))
+    (filled_polygon (layer "F.Cu")
+      (pts (xy 100.8 99.875) (xy 100.2 99.65) (xy 99.9 100) (xy 100.2 100.35) (xy 100.8 100.125))))
+  (zone (net 1) (net_name "GND") (layer "F.Cu") (name "$teardrop_track$") (hatch full 0.1)
+    (priority 30001) (attr (teardrop (type track_end))) (min_thickness 0.0254) (fill yes)
+    (polygon (pts (xy 109.5 99.875) (xy 110 99.75) (xy 110.2 100) (xy 110 100.25) (xy 109.5 100.125))))
+)";
+  const Ref<Editor::Board> board = Editor::ReadBoardText(head + drops + ")\n");
+  EXPECT_EQ(Count(*board), 2);
+  Run(*board, kDefault & ~TeardropFlag_Add);
+  EXPECT_EQ(Count(*board), 0);
+  EXPECT_EQ(Editor::WriteBoardText(*board), head + ")\n");
+}
+
+TEST_F(TearDrops, AConfirmedEscapeKeepsWhatIsDone) {
+  for (const bool confirms : {false, true}) {
+    confirms_ = confirms;
+    const Ref<Editor::Board> board = BoardFromText(
+        "via 0,0 30/15 net A ; via 400,0 30/15 net A ; track 0,0 400,0 w10 top net A ;"
+        "track 200,0 200,200 w10 top net A");
+    Platform::PostMessage({.Kind = Platform::WM_KEYDOWN, .WParam = Platform::VK_ESCAPE});
+    Run(*board, kDefault);
+    EXPECT_EQ(Count(*board), confirms ? 1 : 3);
+    EXPECT_TRUE(board->document_changed);
+  }
+}
+
+TEST_F(TearDrops, TheReportListsWhatWasVisited) {
+  const std::filesystem::path folder = std::filesystem::temp_directory_path() / "ketril-teardrop-report";
+  std::filesystem::create_directories(folder);
+  const Ref<Editor::Board> board = BoardFromText(
+      "via 0,0 30/15 net A selected ; via 400,0 30/15 net A ; pad 200,0 60x60 top net A selected ;"
+      "track 0,0 400,0 w10 top net A");
+  board->file.path = (folder / "Main.kicad_pcb").string();
+  const auto descriptor = [](auto* object) {
+    std::u16string text;
+    EXPECT_EQ(object->GetState_DescriptorString(text), Status::Ok);
+    return Platform::ToUtf8(text) + "\n";
+  };
+  const std::string pad = descriptor(Tests::Find<Editor::Pad>(*board));
+  const std::string via = descriptor(Tests::Find<Editor::Via>(*board));
+  const struct {
+    std::int32_t flags;
+    std::string text;  // without the line of the date; none: no report
+  } rows[] = {
+      {kDefault | TeardropFlag_Report | TeardropFlag_Selected,
+       "Teardrop Report Main.kicad_pcb\n\nPads visited                : 1\n\n"
+       "Vias visited                : 1\n\nPad teardrops failed : 0\n\n" +
+           pad + "\nVia teardrops failed : 0\n\n" + via + "\n"},
+      {TeardropFlag_Add | TeardropFlag_Track | TeardropFlag_Report, "Teardrop Report Main.kicad_pcb\n\n"},
+      {(kDefault | TeardropFlag_Report) & ~TeardropFlag_Add, ""},
+  };
+  for (const auto& row : rows) {
+    opened_.clear();
+    Run(*board, row.flags);
+    EXPECT_EQ(opened_, row.text.empty() ? "" : (folder / "Main.REP").string());
+    std::ifstream file(opened_);
+    std::string text((std::istreambuf_iterator<char>(file)), {});
+    const std::size_t date = text.find("On ");
+    if (date != text.npos) text.erase(date, text.find('\n', date) + 1 - date);
+    EXPECT_EQ(text, row.text);
+  }
+  std::filesystem::remove_all(folder);
 }
 
 constexpr const char* kMixed = R"(
@@ -159,6 +364,74 @@ TEST_F(TearDrops, MarksAndSelection) {
   via->SetFlag(Editor::kFlag_Selected, true);
   Tools_RemoveTearDropsOnSelected(board.Get());
   EXPECT_EQ(Count(*board), all - 1);
+}
+
+// The component's pad has one teardrop, the via at the other end of its track the second.
+TEST_F(TearDrops, OfOneComponentTrackOrNet) {
+  const struct {
+    const char* name;
+    std::function<void(Tools::TTeardropBuilder&, TBoard&)> run;
+    int left;
+  } rows[] = {
+      {"component",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromComponent(&First(board, eComponentObject)); },
+       2},
+      {"a via is no component",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromComponent(&First(board, eViaObject)); }, 3},
+      {"tracks that touch the via",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromConnectedTracks(&First(board, eViaObject)); },
+       1},
+      {"what touches the via",
+       [](auto& builder, auto& board) { builder.RemoveDropsFromTouchingObjects(&First(board, eViaObject)); },
+       2},
+  };
+  constexpr const char* kBoard =
+      "component U1 at 0,0 { pad 0,0 60x60 name 1 net A } ; via 200,0 30/15 net A ;"
+      "track 0,0 200,0 w10 top net A ; via 0,400 30/15 net A ; track 0,400 200,400 w10 top net A";
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Ref<Editor::Board> host = BoardFromText(kBoard);
+    Run(*host, kDefault);
+    ASSERT_EQ(Count(*host), 3);
+    const Tools::TObjectScope scope;
+    TBoard& board = *TBoard::Create(host);
+    Tools::TTeardropBuilder builder(&board, nullptr);
+    row.run(builder, board);
+    EXPECT_EQ(Count(*host), 3);
+    builder.FlushFilletList();
+    EXPECT_EQ(Count(*host), row.left);
+
+    builder.ShowDropsForNet(nullptr, false);
+    builder.ShowDropsForNet(Tools::CheckedCast<Tools::TGroup>(&First(board, eNetObject)), false);
+    host->objects.ForEach(TObjectSet::All(), [](Editor::Primitive& object) {
+      EXPECT_EQ(object.Has(Editor::kFlag_EnableDraw), !object.Has(Editor::kFlag_TearDrop));
+    });
+  }
+}
+
+TEST_F(TearDrops, ParametersReplaceWhatTheyName) {
+  const struct {
+    const char16_t *name, *value;
+    bool taken;
+    double pads_length, tracks_width;
+    std::int32_t flags;
+  } rows[] = {
+      {u"TeardropParam_PercentForPads_Length", u"12.5", true, 12.5, -1, kDefault},
+      {u"TeardropParam_PercentForPads_Length", u"much", false, 100, -1, kDefault},
+      {u"TeardropParam_PercentForTracks_Width", u"50", true, 100, -1, kDefault},
+      {u"TeardropParam_FlagsEx", u"33", true, 100, -1, 33},
+      {u"TeardropParam_FlagsEx", u"33.5", false, 100, -1, kDefault},
+      {u"TeardropParam_Flags", u"33", false, 100, -1, kDefault},
+  };
+  for (const auto& row : rows) {
+    const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+    parameters->AddParameter(row.name, row.value);
+    TTeardropOptionsEx options = Tools::DefaultTeardropOptions();
+    EXPECT_EQ(Tools::ReadTeardropParameters(parameters.Get(), options), row.taken);
+    EXPECT_EQ(options.SizePercentArray[eTeardropObject_Pad].Length, row.pads_length);
+    EXPECT_EQ(options.SizePercentArray[eTeardropObject_Track].Width, row.tracks_width);
+    EXPECT_EQ(options.Flags, row.flags);
+  }
 }
 
 TEST_F(TearDrops, TheDialogDecidesAndIsRemembered) {
