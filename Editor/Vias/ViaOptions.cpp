@@ -5,8 +5,8 @@
 namespace Ketril::Editor {
 
 template <class Interface, class Values>
-Status ViaOptions<Interface, Values>::GetOptionsBoard(Ref<IPCB_Board>& board) noexcept {
-  return HostCall("ViaOptions.GetOptionsBoard", [&] { board = owner_->board; });
+Ref<IPCB_Board> ViaOptions<Interface, Values>::OwnerBoard() const {
+  return owner_->board;
 }
 
 template class ViaOptions<IPCB_ViaStitchFloodOptions, StitchSettings>;

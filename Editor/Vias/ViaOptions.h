@@ -45,12 +45,6 @@ class ViaOptions : public HostObject<Interface> {
       : settings(std::move(values)), owner_(std::move(owner)) {}
   Values settings;
 
-  KETRIL_HOST_METHOD(Interface, GetEditOptions, (Ref<Interface> & options), void(options = this))
-  KETRIL_HOST_METHOD(Interface, BeginOptionsEdit, (), Status::Ok)
-  KETRIL_HOST_METHOD(Interface, EndOptionsEdit, (), Status::Ok)
-  KETRIL_HOST_METHOD(Interface, GetReferenceVia, (Ref<IPCB_Primitive> & via), void(via = settings.reference))
-  Status GetOptionsBoard(Ref<IPCB_Board>& board) noexcept override;
-
   // A copy with a reference via of its own.
   Values Copy() const {
     Values copy = settings;
@@ -59,18 +53,31 @@ class ViaOptions : public HostObject<Interface> {
   }
   const std::shared_ptr<IteratorLedger>& Owner() const { return owner_; }
 
+ protected:
+  Ref<IPCB_Board> OwnerBoard() const;
+
  private:
   std::shared_ptr<IteratorLedger> owner_;  // tells the board, as long as it lives
 };
 
+#define KETRIL_VIA_OPTIONS(Interface)                                                             \
+  KETRIL_HOST_METHOD(Interface, GetEditOptions, (Ref<Interface> & options), void(options = this)) \
+  KETRIL_HOST_METHOD(Interface, BeginOptionsEdit, (), Status::Ok)                                 \
+  KETRIL_HOST_METHOD(Interface, EndOptionsEdit, (), Status::Ok)                                   \
+  KETRIL_HOST_METHOD(Interface, GetReferenceVia, (Ref<IPCB_Primitive> & via),                     \
+                     void(via = settings.reference))                                              \
+  KETRIL_HOST_METHOD(Interface, GetOptionsBoard, (Ref<IPCB_Board> & board), void(board = OwnerBoard()))
+
 class StitchOptions final : public ViaOptions<IPCB_ViaStitchFloodOptions, StitchSettings> {
  public:
   using ViaOptions::ViaOptions;
+  KETRIL_VIA_OPTIONS(IPCB_ViaStitchFloodOptions)
 };
 
 class ShieldOptions final : public ViaOptions<IPCB_ViaShieldingOptions, ShieldSettings> {
  public:
   using ViaOptions::ViaOptions;
+  KETRIL_VIA_OPTIONS(IPCB_ViaShieldingOptions)
   KETRIL_HOST_METHOD(IPCB_ViaShieldingOptions, GetOptionsNet, (Ref<IPCB_Net> & net), void(net = settings.net))
   Status SetOptionsNet(IPCB_Net* net) noexcept override;
   KETRIL_HOST_METHOD(IPCB_ViaShieldingOptions, GetPrimitiveCount, (std::int32_t & count),
@@ -80,5 +87,6 @@ class ShieldOptions final : public ViaOptions<IPCB_ViaShieldingOptions, ShieldSe
   KETRIL_HOST_METHOD(IPCB_ViaShieldingOptions, GetNoReplaceCheck, (bool& no_check),
                      void(no_check = settings.no_replace_check))
 };
+#undef KETRIL_VIA_OPTIONS
 
 }  // namespace Ketril::Editor

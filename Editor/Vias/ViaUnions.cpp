@@ -135,7 +135,9 @@ Status ViaUnions::Build(IPCB_SmartUnionObject* object, bool& built) {
 }
 
 std::int32_t ViaUnions::NextIndex() const {
+  // Also of those whose parts are gone: an undo may bring them back.
   std::int32_t last = 0;
+  for (const Ref<Primitive>& object : objects_) last = std::max(last, object->state.union_index);
   board_.objects.ForEach(TObjectSet::All(),
                          [&](const Primitive& object) { last = std::max(last, object.state.union_index); });
   return last + 1;

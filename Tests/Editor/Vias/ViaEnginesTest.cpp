@@ -92,10 +92,10 @@ TEST(Stitching, TellsWhatBecameOfEachPlace) {
       {"as asked", "track 0,450 1000,450 w10 bottom net A", [](StitchSettings& s) { s.clearance = Mil(21); },
        63, ViaRefusal::Clearance, 18},
       {"on a pad", "pad 300,300 60x60 rect top net GND", nullptr, 80, ViaRefusal::OnPad, 1},
-      {"on a hole", "pad 330,300 20x20 round hole 10 net A", nullptr, 80, ViaRefusal::Drilled, 1},
+      {"on a hole", "pad 325,300 20x20 round hole 10 net A", nullptr, 80, ViaRefusal::Drilled, 1},
       {"on a via", "via 300,300 50/28 net GND", nullptr, 80, ViaRefusal::Drilled, 1},
       {"off the board", "edge 0,0 1000,0 1000,960 0,960", [](StitchSettings& s) { s.edge = Mil(40); }, 72,
-       ViaRefusal::Outside, 49},
+       ViaRefusal::Outside, 9},
       {"a layer without copper", "",
        [](StitchSettings& s) {
          s.layers = {eV6_TopLayer, eV6_MidLayer1};
@@ -105,14 +105,15 @@ TEST(Stitching, TellsWhatBecameOfEachPlace) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const Ref<Board> board = BoardFromText("layers 4\n" + kPlanes + row.more);
+    const auto before = board->Clearances().CheckBoard().size();
     const ViaRun& run = Stitch(*board, row.edit);
     EXPECT_EQ(run.placed, row.placed);
     EXPECT_EQ(Refused(run, row.refusal), row.refused);
     std::size_t refused = 0;
     for (const std::size_t count : run.refused) refused += count;
     EXPECT_EQ(run.tried, run.placed + refused);
-    if (run.placed == 0) EXPECT_FALSE(run.note.empty());
-    EXPECT_TRUE(board->Clearances().CheckBoard().empty());
+    EXPECT_EQ(run.placed == 0, !run.note.empty());
+    EXPECT_EQ(board->Clearances().CheckBoard().size(), before);
   }
 }
 

@@ -125,7 +125,7 @@ TEST_F(ViaTools, AStitchingIsASeriesOfCalls) {
                         "IPCB_Primitive.SetState_UnionIndex",
                         "IPCB_SmartUnionObject.RefreshObject",
                         "IPCB_SmartUnionObject.GetRegistered",
-                        "ViaOptions.GetOptionsBoard",
+                        "IPCB_ViaStitchFloodOptions.GetOptionsBoard",
                         "IPCB_Board2.RegisterPrimitive",
                         "IPCB_Board2.RefreshBoard",
                         "IPCB_Board2.RefreshBoardFor",
