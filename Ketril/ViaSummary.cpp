@@ -24,7 +24,7 @@ std::string ViaSummaryText(const ordered_json& summary) {
   for (const auto& [why, count] : summary["refused"].items())
     text += "    " + count.dump() + " " + why + "\n";
   if (summary.contains("largest_gap"))
-    text += "  largest gap along the fence " + summary["largest_gap"].dump() + "\n";
+    text += "  largest gap along the fence " + summary["largest_gap"].get<std::string>() + "\n";
   if (summary.contains("note")) text += "  " + summary["note"].get<std::string>() + "\n";
   return text;
 }

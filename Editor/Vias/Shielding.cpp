@@ -148,7 +148,10 @@ std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& 
       for (Ring& ring : Outline(FormsOf(*other, layer), gap + kError, kError))
         less.push_back(std::move(ring));
     }
+    // Slivers are nobody's copper: what is narrower than half a via goes.
+    const double narrow = via.data.size / 4.0;
     region->data.rings = Difference(region->data.rings, less);
+    region->data.rings = Offset(Offset(region->data.rings, -narrow, kError), narrow, kError);
     if (!region->data.rings.empty()) copper.emplace_back(region.Get());
   }
   return copper;
