@@ -36,7 +36,7 @@ std::vector<TCoordPoint> places_to_pick;  // the next one last
 
 // From the middle of each of the first components.
 void ShoveFromSome(Board& board) {
-  constexpr std::size_t kSome = 20;
+  constexpr std::size_t kSome = 3;
   board.objects.ForEach({eComponentObject}, [](const Primitive& component) {
     const TCoordRect box = component.Bounds();
     if (places_to_pick.size() < kSome)
