@@ -91,8 +91,8 @@ void AddSettings(CLI::App* verb, Options& options, Settings settings) {
   AddGrid(verb, options);
   if (settings != Settings::Shove) return;
   verb->add_option("--clearance", options.clearance,
-                   "What a shoved component keeps around it; without it 100mil for one of 14 pads or more, "
-                   "20mil for a smaller one")
+                   "The gap between shoved components, half of it from each; without it 100mil for one of 14 "
+                   "pads or more, 20mil for a smaller one")
       ->type_name("LENGTH");
   verb->add_option("--passes", options.passes, "How far the push spreads: the most waves; without it 10")
       ->check(CLI::NonNegativeNumber);

@@ -36,7 +36,7 @@ class TShove {
  private:
   void Step(TComp* c);
   std::vector<TComp*> OverlappedBy(TComp* c);
-  TComp* ChooseNext(TComp* c);
+  TComp* ChooseNext(const std::vector<TComp*>& overlapped);
   void FreeChosen();
 
   TBoard* const FBoard;
@@ -73,15 +73,17 @@ void TShove::Run(TComp* start) {
 }
 
 void TShove::Step(TComp* c) {
-  std::size_t left = OverlappedBy(c).size();
+  std::vector<TComp*> overlapped = OverlappedBy(c);
   FreeChosen();
-  for (; left > 0; --left) {
-    TComp* const o = ChooseNext(c);
+  for (std::size_t left = overlapped.size(); left > 0; --left) {
+    TComp* const o = ChooseNext(overlapped);
     if (!o || ToolAborted) return;
     CheckShoveAbort();
     const bool moved = FPlaces.PushAway(o, c);
     Invalidate(c);
     if (moved) FNextWave.push_back(o);
+    // Anew: the editor's code ran meanwhile.
+    if (left > 1) overlapped = OverlappedBy(c);
   }
 }
 
@@ -105,9 +107,8 @@ std::vector<TComp*> TShove::OverlappedBy(TComp* c) {
   return overlapped;
 }
 
-// Looks anew each time: what was pushed last may have come off `c`, and the editor's code ran meanwhile.
-TComp* TShove::ChooseNext(TComp* c) {
-  const std::vector<TComp*> overlapped = OverlappedBy(c);
+// The first that is untouched; null when there is none.
+TComp* TShove::ChooseNext(const std::vector<TComp*>& overlapped) {
   const auto found = std::ranges::find(overlapped, eShoveUntouched, &TComp::vIndex);
   if (found == overlapped.end()) return nullptr;
   (*found)->SetVIndex(eShoveChosen);
