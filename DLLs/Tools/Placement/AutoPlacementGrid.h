@@ -1,7 +1,7 @@
 // Arithmetic on the component grid, which is in units and need be no whole number.
 //
-// Where a result is beyond 32 bits it becomes 2147483647 when it is above that, and -2147483647 otherwise;
-// so does what is no number.
+// A result beyond 32 bits becomes 2147483647 when it is above that; one below them, and what is no number,
+// becomes -2147483647.
 #pragma once
 
 #include "Interfaces/Types.h"
