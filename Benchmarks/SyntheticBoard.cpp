@@ -82,4 +82,36 @@ std::string BoardOfTrackEnds(std::int64_t tracks, TrackEnd end) {
   return text + ")\n";
 }
 
+std::string BoardOfComponents(std::int64_t components, double pitch) {
+  constexpr double kMargin = 10;  // mm, of the board around the components
+  std::string text = Header();
+  char line[500];
+  const std::int64_t columns = Columns(components);
+  const auto place = [&](std::int64_t n) {
+    return kMargin + static_cast<double>(n) * pitch + static_cast<double>(n / 4);
+  };
+  for (std::int64_t i = 0; i < components; ++i) {
+    std::snprintf(line, sizeof line, "  (module T:Q (layer F.Cu) (tedit 0) (at %.7g %.7g)\n",
+                  place(i % columns), place(i / columns));
+    text += line;
+    for (int pad = 0; pad < 4; ++pad) {
+      const int net = 1 + static_cast<int>((i + pad) % kNets);
+      std::snprintf(line, sizeof line,
+                    "    (pad %d smd rect (at %.3g %.3g) (size 0.6 0.6) (layers F.Cu F.Mask) (net %d N%d))\n",
+                    pad + 1, pad % 2 ? 0.7 : -0.7, pad / 2 ? 0.7 : -0.7, net, net);
+      text += line;
+    }
+    text += "  )\n";
+  }
+  const double far = place(columns) + kMargin;
+  const double corners[] = {0, 0, far, 0, far, far, 0, far, 0, 0};
+  for (int side = 0; side < 8; side += 2) {
+    std::snprintf(line, sizeof line,
+                  "  (gr_line (start %.7g %.7g) (end %.7g %.7g) (layer Edge.Cuts) (width 0.1))\n",
+                  corners[side], corners[side + 1], corners[side + 2], corners[side + 3]);
+    text += line;
+  }
+  return text + ")\n";
+}
+
 }  // namespace Ketril::Benchmarks

@@ -14,4 +14,8 @@ enum class TrackEnd : std::uint8_t { Via, Pad };
 // A grid of tracks that leave a via or a rectangular pad each, the pads in footprints of one.
 std::string BoardOfTrackEnds(std::int64_t tracks, TrackEnd end);
 
+// A square grid of footprints of four pads, 2 mm wide, in a board with an edge around it. From one to the
+// next it is `pitch` mm, and a millimetre more to every fourth, so that a crowded board has some room.
+std::string BoardOfComponents(std::int64_t components, double pitch);
+
 }  // namespace Ketril::Benchmarks

@@ -16,6 +16,14 @@ class IPCB_LayerSetUtils : public IInterface {
   virtual Status CreateLayerSet(TLayerPartitionSet partitions, Ref<IPCB_LayerSet>& layers) noexcept = 0;
 };
 
+// Settings of the editor that hold for all boards.
+class IPCB_SystemOptions : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPCB_SystemOptions"};
+  KETRIL_READ(std::int32_t, ShovePassLimit);  // after how many waves a shove of components ends
+};
+
 // The server "PCB".
 class IPCB_ServerInterface : public IInterface {
  public:
@@ -33,6 +41,7 @@ class IPCB_ServerInterface : public IInterface {
   virtual Status CreateContourMaker(Ref<IPCB_ContourMaker>& maker) noexcept = 0;
   // The dialog of the teardrop options; `accepted` is false when the user cancels it.
   virtual Status EditTeardropOptions(TTeardropOptionsEx& options, bool& accepted) noexcept = 0;
+  KETRIL_READ(Ref<IPCB_SystemOptions>, SystemOptions);
 };
 
 // Questions that the host shows in its own manner.
@@ -62,6 +71,9 @@ class IClient : public IInterface {
   // Runs a command of the editor by name. The parameters are pairs Name=Value, separated by |:
   // "Client:OpenDocument" opens the file `FileName`, as the kind that `DocumentType` says.
   virtual Status RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept = 0;
+  // Around each shove of components, which the user sees as one change.
+  virtual Status BeginShove() noexcept = 0;
+  virtual Status EndShove() noexcept = 0;
 };
 
 // The entry of the module "Ketril.dll" by which the library finds the client; null when there is none.

@@ -101,6 +101,25 @@ void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
                           IPCB_RoomArrangeOptions* AOptions);
 void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList* AParameters);
 
+// Move the reference points of the selected components, or the low corners of the selected rooms, to the
+// board's component grid. Where locked components are selected the user is asked whether to go on, and on Yes
+// they move too; where rooms are, whether what they hold moves along. ESC stops between two objects. A grid
+// out of range is changed on the board: 100 to 100000000 units for components, 10000 to 10000000 for rooms.
+void Tools_MoveAllCompsToGrid(IPCB_Board* ABoard);
+void Tools_MoveAllRoomsToGrid(IPCB_Board* ABoard);
+// A coordinate on the component grid: down towards zero, up from there to what is not below the coordinate. A
+// coordinate on the grid stays.
+TCoord Tools_CompGridCorrectUpX(IPCB_Board* ABoard, TCoord ACoord);
+TCoord Tools_CompGridCorrectDownX(IPCB_Board* ABoard, TCoord ACoord);
+TCoord Tools_CompGridCorrectUpY(IPCB_Board* ABoard, TCoord ACoord);
+TCoord Tools_CompGridCorrectDownY(IPCB_Board* ABoard, TCoord ACoord);
+// The user picks components until he cancels; from each one those that overlap it are shoved out of its way,
+// and those that they come to lie on, as many waves on as the editor's options say.
+void Tools_ShoveComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+// Puts the designators and comments of the selected components where the positions say.
+void Tools_AutopositionText(IPCB_Board* ABoard, TTextAutoposition ANamePosition,
+                            TTextAutoposition ACommentPosition, bool ASkipName, bool ASkipComment);
+
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.
 std::int32_t GetMemoryInfo(Ref<IServerMemoryInfo>& AInfo);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <nlohmann/json.hpp>
@@ -97,6 +98,28 @@ std::vector<TV7_Layer> ParseLayers(const Board& board, const std::vector<std::st
     layers.push_back(found->id);
   }
   return layers;
+}
+
+// Of --grid, one length or X,Y, and of --clearance.
+void ChangeSettings(const Options& options, Board& board) {
+  const auto length = [&](std::string_view text, const char* option, double lowest) {
+    const auto parsed = Editor::ParseLength(text, options.unit);
+    if (!parsed || *parsed < lowest || *parsed > 2147483647.0)
+      throw Failure(kExit_Usage, std::string(option) + ": expected a length, as 0.5mm");
+    return *parsed;
+  };
+  if (!options.grid.empty()) {
+    const std::string_view text = options.grid;
+    const std::size_t comma = text.find(',');
+    board.setup.grid_x = length(text.substr(0, comma), "--grid", 1);
+    board.setup.grid_y =
+        comma == text.npos ? board.setup.grid_x : length(text.substr(comma + 1), "--grid", 1);
+  }
+  Ref<IPCB_AdvancedPlacerOptions> placer;
+  if (options.clearance.empty() || Failed(board.GetState_AdvancedPlacerOptions(placer))) return;
+  const auto clearance = static_cast<TCoord>(length(options.clearance, "--clearance", 0));
+  (void)placer->SetState_PlaceLargeClear(clearance);
+  (void)placer->SetState_PlaceSmallClear(clearance);
 }
 
 void WriteOut(const std::string& path, const std::string& text) {
@@ -300,6 +323,8 @@ void RunTool(const ToolVerb& verb, const Options& options) {
 
   const ToolsLibrary library;
   Ref<Board> board = Open(options.board);
+  ChangeSettings(options, *board);
+  std::srand(options.seed);
   answers.SetPlaces([&](const std::string& text) { return PlaceOf(*board, text, options.unit); },
                     options.picks);
   for (const std::string& text : options.parameters) {
@@ -313,7 +338,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   const ReportFolder reports(options, destination);
   const std::filesystem::path shown_as = destination.empty() ? options.board : destination;
   board->file.path = reports.Path() / shown_as.filename();
-  const Session session(answers, board.Get(), reports.IsKept());
+  const Session session(answers, board.Get(), reports.IsKept(), options.passes);
   const ComponentPlaces places(*board);
   if (selection && selection->Apply(*board) == 0) {
     std::cerr << "ketril: no object matches --select " << options.select << "\n";
@@ -357,6 +382,25 @@ void Arrange(const Options& options) {
   run.parameters = {pair("Location1.x=", box.x1), pair("Location1.y=", box.y1), pair("Location2.x=", box.x2),
                     pair("Location2.y=", box.y2)};
   RunTool(FindToolVerb("auto-place-to-rectangle"), run);
+}
+
+void Autoposition(const Options& options) {
+  Options run = options;
+  if (!options.designator.empty()) run.parameters.push_back("NamePosition=" + options.designator);
+  if (!options.comment.empty()) run.parameters.push_back("CommentPosition=" + options.comment);
+  RunTool(FindToolVerb("autoposition-text"), run);
+}
+
+void CorrectToGrid(const GridVerb& verb, const Options& options) {
+  const auto coordinate = Editor::ParseLength(options.coordinate, options.unit);
+  if (!coordinate || std::abs(*coordinate) > 2147483647.0)
+    throw Failure(kExit_Usage, "\"" + options.coordinate + "\" is no length: expected one as 12.7mm");
+  const ToolsLibrary library;
+  const Ref<Board> board = Open(options.board);
+  ChangeSettings(options, *board);
+  const TCoord corrected = library.Find<TCoord(IPCB_Board*, TCoord)>(verb.export_name)(
+      board.Get(), static_cast<TCoord>(std::round(*coordinate)));
+  std::cout << LengthText(corrected, options.unit) << "\n";
 }
 
 }  // namespace Ketril::Command

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,11 @@ struct Options {
   std::string word;                           // of a saying
   std::string into_room, into;
   bool outside = false;
+  std::string grid, clearance;         // lengths; the grid may be two
+  std::optional<std::int32_t> passes;  // of a shove
+  unsigned seed = 1;
+  std::string designator, comment;  // positions
+  std::string coordinate;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;
 };
 
@@ -43,6 +49,8 @@ void Draw(const Options& options);
 void Check(const Options& options);
 void CurrentTeardropOptions(const Options& options);
 void RunTool(const ToolVerb& verb, const Options& options);
-void Arrange(const Options& options);  // `ketril arrange`
+void Arrange(const Options& options);       // `ketril arrange`
+void Autoposition(const Options& options);  // `ketril autoposition`
+void CorrectToGrid(const GridVerb& verb, const Options& options);
 
 }  // namespace Ketril::Command

@@ -36,8 +36,10 @@ void ShowProgress(const Editor::ProgressState& state) {
                static_cast<int>(percent));
 }
 
-Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files_stay) {
+Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files_stay,
+                              std::optional<std::int32_t> shove_passes) {
   Editor::ClientSetup setup;
+  setup.shove_passes = shove_passes;
   setup.options_folder = OptionsFolder();
   setup.confirm = [&answers](const std::u16string& text) -> std::optional<bool> {
     switch (answers.Answer(text, Platform::TDialogKind::Confirmation, Platform::TDialogButtons::YesNo)) {
@@ -84,8 +86,9 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
 
 }  // namespace
 
-Session::Session(Answers& answers, Editor::Board* board, bool files_stay)
-    : installation_(NewClient(answers, board, files_stay)) {
+Session::Session(Answers& answers, Editor::Board* board, bool files_stay,
+                 std::optional<std::int32_t> shove_passes)
+    : installation_(NewClient(answers, board, files_stay, shove_passes)) {
   Platform::SetDialogProvider(
       [&answers](const std::u16string& text, Platform::TDialogKind kind, Platform::TDialogButtons buttons) {
         return answers.Answer(text, kind, buttons);

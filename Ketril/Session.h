@@ -14,8 +14,10 @@ namespace Ketril::Command {
 class Session {
  public:
   // `board` is the one that the user sees; it may be null and is not held. Files that tools open for the user
-  // to read are named to them, unless those do not stay.
-  explicit Session(Answers& answers, Editor::Board* board = nullptr, bool files_stay = true);
+  // to read are named to them, unless those do not stay. A limit of the passes of a shove goes before the
+  // stored one.
+  explicit Session(Answers& answers, Editor::Board* board = nullptr, bool files_stay = true,
+                   std::optional<std::int32_t> shove_passes = {});
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   ~Session();

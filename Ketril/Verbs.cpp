@@ -115,6 +115,45 @@ void RunRoomArrange(const ToolsLibrary& library, const char* export_name, IPCB_B
       board, ViewOf(board).Get(), options.Get());
 }
 
+// Without a position the text stays.
+void AutopositionText(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                      IParameterList* parameters) {
+  const auto position_of = [&](const char16_t* name) -> std::optional<TTextAutoposition> {
+    std::u16string value;
+    if (!parameters || !parameters->GetParameter(name, value)) return std::nullopt;
+    const auto position = TextPositionOf(Platform::ToUtf8(value));
+    if (!position)
+      throw Failure(kExit_Usage,
+                    "-D " + Platform::ToUtf8(name) + ": expected top-left, top, center and the like");
+    return position;
+  };
+  const auto name = position_of(u"NamePosition"), comment = position_of(u"CommentPosition");
+  if (!name && !comment)
+    throw Failure(kExit_Usage, "expected a position for the designators, the comments or both");
+  library.Find<void(IPCB_Board*, TTextAutoposition, TTextAutoposition, bool, bool)>(export_name)(
+      board, name.value_or(eAutoPos_Manual), comment.value_or(eAutoPos_Manual), !name, !comment);
+}
+
+constexpr struct {
+  const char* word;
+  TTextAutoposition position;
+} kTextPositions[] = {
+    {"top-left", eAutoPos_TopLeft},         {"top", eAutoPos_TopCenter},
+    {"top-right", eAutoPos_TopRight},       {"left", eAutoPos_CenterLeft},
+    {"center", eAutoPos_CenterCenter},      {"right", eAutoPos_CenterRight},
+    {"bottom-left", eAutoPos_BottomLeft},   {"bottom", eAutoPos_BottomCenter},
+    {"bottom-right", eAutoPos_BottomRight},
+};
+
+constexpr std::array kGridVerbs{
+    GridVerb{"comp-grid-correct-up-x", "Tools_CompGridCorrectUpX",
+             "An x on the component grid that is not below the given one"},
+    GridVerb{"comp-grid-correct-down-x", "Tools_CompGridCorrectDownX",
+             "The x on the component grid next to the given one towards zero"},
+    GridVerb{"comp-grid-correct-up-y", "Tools_CompGridCorrectUpY", "The same for a y, which grows upwards"},
+    GridVerb{"comp-grid-correct-down-y", "Tools_CompGridCorrectDownY", "The same for a y"},
+};
+
 const std::array kToolVerbs{
     ToolVerb{"tear-drops", "Tools_TearDrops", "Teardrops",
              "Add teardrops to the board, or remove them; -D TeardropParam_FlagsEx=1000 and the like, or the "
@@ -130,13 +169,13 @@ const std::array kToolVerbs{
              "Turn the selected vias into free pads", false, CallWithBoard},
     ToolVerb{"apply-via-stitching", "Tools_ApplyViaStitching", "Pads and vias",
              "Flood copper with vias of its net; -D Mode=Remove takes stitchings off again", true,
-             CallWithDocumentView, false, StitchFields()},
+             CallWithDocumentView, false, Settings::None, StitchFields()},
     ToolVerb{"apply-via-shielding", "Tools_ApplyViaShielding", "Pads and vias",
              "Fence a net or what is selected with vias; -D Mode=RemoveShielding takes fences off again",
-             true, CallWithDocumentView, false, ShieldFields()},
+             true, CallWithDocumentView, false, Settings::None, ShieldFields()},
     ToolVerb{"remove-unused-pads", "Tools_RemoveUnusedPads", "Pads and vias",
              "Take the copper of pads and vias away on layers where nothing connects, or give it back", true,
-             CallWithBoard, false, UnusedPadsFields()},
+             CallWithBoard, false, Settings::None, UnusedPadsFields()},
     ToolVerb{"auto-place-align-left", "Tools_AutoPlaceAlignLeft", "Arranging",
              "Line the selection up on its left edge", false, CallWithView},
     ToolVerb{"auto-place-align-right", "Tools_AutoPlaceAlignRight", "Arranging",
@@ -197,6 +236,19 @@ const std::array kToolVerbs{
              "As auto-place-outside-board", false, CallWithView},
     ToolVerb{"run-room-arrange", "Tools_RunRoomArrange", "Arranging",
              "Lay the selected rooms out by -D RoomArrange_ColCount=3 and the like", true, RunRoomArrange},
+    ToolVerb{"move-all-comps-to-grid", "Tools_MoveAllCompsToGrid", "Arranging",
+             "Move the reference points of the selected components to the component grid", false,
+             CallWithBoard, false, Settings::Grid},
+    ToolVerb{"move-all-rooms-to-grid", "Tools_MoveAllRoomsToGrid", "Arranging",
+             "Move the corners of the selected rooms to the component grid, with what they hold or without",
+             false, CallWithBoard, false, Settings::Grid},
+    ToolVerb{"shove-components", "Tools_ShoveComponents", "Arranging",
+             "Shove what overlaps the components at --pick out of their way", false, CallWithView, true,
+             Settings::Shove},
+    ToolVerb{"autoposition-text", "Tools_AutopositionText", "Arranging",
+             "Put texts of the selected components beside them: -D NamePosition=top-left for the "
+             "designators, CommentPosition for the comments",
+             true, AutopositionText},
 };
 
 constexpr std::array kSayings{
@@ -216,12 +268,31 @@ constexpr std::array kSayings{
     Saying{"contract", "y", "auto-place-contract-y-comps"},
     Saying{"spread", "x", "auto-place-spread-x-comps"},
     Saying{"spread", "y", "auto-place-spread-y-comps"},
+    Saying{"to-grid", "components", "move-all-comps-to-grid"},
+    Saying{"to-grid", "rooms", "move-all-rooms-to-grid"},
 };
 
 }  // namespace
 
 std::span<const ToolVerb> ToolVerbs() {
   return kToolVerbs;
+}
+
+std::span<const GridVerb> GridVerbs() {
+  return kGridVerbs;
+}
+
+std::optional<TTextAutoposition> TextPositionOf(std::string_view word) {
+  for (const auto& known : kTextPositions) {
+    if (word == known.word) return known.position;
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> TextPositionWords() {
+  std::vector<std::string> words;
+  for (const auto& known : kTextPositions) words.emplace_back(known.word);
+  return words;
 }
 
 std::span<const Saying> Sayings() {

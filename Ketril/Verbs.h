@@ -1,8 +1,11 @@
 // The verbs that run a tool, made from one table: a verb for each export that is built.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
@@ -10,6 +13,9 @@
 #include "Ketril/ViaDialogs.h"
 
 namespace Ketril::Command {
+
+// Settings of the editor that a command line may change for a tool.
+enum class Settings : std::uint8_t { None, Grid, Shove };  // the component grid; that and those of the shove
 
 struct ToolVerb {
   const char* verb;
@@ -20,8 +26,16 @@ struct ToolVerb {
   // `parameters` is empty where none were given.
   void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
                IParameterList* parameters);
-  bool picks = false;                        // asks the user for places
+  bool picks = false;  // asks the user for places
+  Settings settings = Settings::None;
   std::span<const DialogField> fields = {};  // options that fill its dialog
+};
+
+// Exports that round a coordinate to the component grid and leave the board as it is.
+struct GridVerb {
+  const char* verb;
+  const char* export_name;
+  const char* help;
 };
 
 // What people say for a tool: `ketril align left` is `ketril auto-place-align-left`.
@@ -32,7 +46,12 @@ struct Saying {
 };
 
 std::span<const ToolVerb> ToolVerbs();
+std::span<const GridVerb> GridVerbs();
 std::span<const Saying> Sayings();
 const ToolVerb& FindToolVerb(std::string_view verb);  // one that is there
+
+// The number of a place of a text, such as "top-left"; empty for no such word.
+std::optional<TTextAutoposition> TextPositionOf(std::string_view word);
+std::vector<std::string> TextPositionWords();
 
 }  // namespace Ketril::Command

@@ -81,8 +81,28 @@ void AddLook(CLI::App& app, Options& options) {
   for (CLI::App* verb : {list, info, draw, check}) verb->group("Look at a board");
 }
 
+void AddGrid(CLI::App* verb, Options& options) {
+  verb->add_option("--grid", options.grid, "The component grid, one length or X,Y; without it 25mil")
+      ->type_name("LENGTH");
+}
+
+void AddSettings(CLI::App* verb, Options& options, Settings settings) {
+  if (settings == Settings::None) return;
+  AddGrid(verb, options);
+  if (settings != Settings::Shove) return;
+  verb->add_option("--clearance", options.clearance,
+                   "The gap between shoved components, half of it from each; without it 100mil for one of 14 "
+                   "pads or more, 20mil for a smaller one")
+      ->type_name("LENGTH");
+  verb->add_option("--passes", options.passes, "How far the push spreads: the most waves; without it 10")
+      ->check(CLI::NonNegativeNumber);
+  verb->add_option("--seed", options.seed,
+                   "Of the chance that decides where two components have the same centre; without it 1");
+}
+
 // What every verb that runs a tool takes.
-void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, bool picks) {
+void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, bool picks,
+                    Settings settings = Settings::None) {
   AddBoard(*verb, options);
   verb->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
   CLI::Option* output =
@@ -115,6 +135,7 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
         ->take_all()
         ->allow_extra_args(false);
   }
+  AddSettings(verb, options, settings);
   verb->add_flag("-y,--yes", options.yes, "Answer every question with yes");
   verb->add_option("--answers", options.answers, "Answers to questions, a line each: question = yes|no")
       ->type_name("FILE");
@@ -126,7 +147,7 @@ void AddTools(CLI::App& app, Options& options) {
   for (const ToolVerb& tool : ToolVerbs()) {
     CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
     verb->group(tool.group);
-    AddToolOptions(verb, options, tool.takes_parameters, tool.picks);
+    AddToolOptions(verb, options, tool.takes_parameters, tool.picks, tool.settings);
     for (const DialogField& field : tool.fields) {
       std::string& value = options.fields[field.name];
       if (field.type) {
@@ -147,7 +168,8 @@ void AddSayings(CLI::App& app, Options& options) {
       {"center", "Centre the selection along x or y on the object at --pick"},
       {"expand", "Move the selection apart along x or y"},
       {"contract", "Move the selection together along x or y"},
-      {"spread", "Spread the selection along x or y in equal steps"}};
+      {"spread", "Spread the selection along x or y in equal steps"},
+      {"to-grid", "Move the selected components or rooms to the component grid"}};
   for (const auto& [name, help] : kHelp) {
     CLI::App* verb = app.add_subcommand(name, help);
     verb->group("Arranging");
@@ -159,7 +181,7 @@ void AddSayings(CLI::App& app, Options& options) {
       words.emplace_back(saying.word);
     }
     verb->add_option("HOW", options.word, "Which way")->required()->check(CLI::IsMember(words));
-    AddToolOptions(verb, options, false, name == "center");
+    AddToolOptions(verb, options, false, name == "center", tools.begin()->second->settings);
     verb->callback([tools, &options] { RunTool(*tools.at(options.word), options); });
   }
 
@@ -177,6 +199,39 @@ void AddSayings(CLI::App& app, Options& options) {
   where->add_flag("--outside", options.outside, "The selected components above the board and to its right");
   where->require_option(1);
   arrange->callback([&options] { Arrange(options); });
+
+  CLI::App* shove = app.add_subcommand("shove", "Shove what overlaps a component out of its way, and on");
+  shove->group("Arranging");
+  shove
+      ->add_option("--at", options.picks,
+                   "The component that stays, or a place on it, X,Y as in the board file; may be given again")
+      ->type_name("PLACE")
+      ->expected(1)
+      ->take_all()
+      ->allow_extra_args(false);
+  AddToolOptions(shove, options, false, false, Settings::Shove);
+  shove->callback([&options] { RunTool(FindToolVerb("shove-components"), options); });
+
+  CLI::App* autoposition =
+      app.add_subcommand("autoposition", "Put the texts of the selected components beside them");
+  autoposition->group("Arranging");
+  const CLI::IsMember known(TextPositionWords());
+  autoposition->add_option("--designator", options.designator, "Where the designators go")->check(known);
+  autoposition->add_option("--comment", options.comment, "Where the comments go")->check(known);
+  AddToolOptions(autoposition, options, false, false);
+  autoposition->callback([&options] { Autoposition(options); });
+}
+
+void AddGridCorrections(CLI::App& app, Options& options) {
+  for (const GridVerb& grid : GridVerbs()) {
+    CLI::App* verb = app.add_subcommand(grid.verb, grid.help);
+    verb->group("Arranging");
+    AddBoard(*verb, options);
+    verb->add_option("COORDINATE", options.coordinate, "A length")->required();
+    AddGrid(verb, options);
+    AddUnits(*verb, options);
+    verb->callback([&grid, &options] { CorrectToGrid(grid, options); });
+  }
 }
 
 int Main(int argc, char** argv) {
@@ -192,6 +247,7 @@ int Main(int argc, char** argv) {
   AddLook(app, options);
   AddTools(app, options);
   AddSayings(app, options);
+  AddGridCorrections(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

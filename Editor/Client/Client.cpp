@@ -1,6 +1,7 @@
 #include "Editor/Client/Client.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <stdexcept>
 #include <utility>
@@ -65,6 +66,15 @@ bool ChooseRectangle(void*, const std::u16string& first_prompt, const std::u16st
   return true;
 }
 
+std::int32_t StoredShovePasses(const OptionsStore& options) {
+  const std::string text =
+      Platform::ToUtf8(options.Read(u"SystemOptions", u"ShovePassLimit").value_or(std::u16string()));
+  std::int32_t passes = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), passes);
+  const bool is_number = error == std::errc() && end == text.data() + text.size();
+  return is_number ? passes : SystemOptions::kShovePasses;
+}
+
 void Install(Client* client) {
   installed_client = client;
   const ClientAPI_GetClient entry = client ? &GetInstalledClient : nullptr;
@@ -89,7 +99,8 @@ Client::Client(ClientSetup setup)
     : setup_(std::move(setup)),
       options_(setup_.options_folder.empty() ? OptionsStore()
                                              : OptionsStore(setup_.options_folder / "KETRIL.INI")),
-      server_(MakeHost<PcbServer>(setup_.teardrop_dialog)) {
+      server_(MakeHost<PcbServer>(setup_.teardrop_dialog,
+                                  setup_.shove_passes.value_or(StoredShovePasses(options_)))) {
   if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm);
 }
 
@@ -146,6 +157,14 @@ Status Client::RunProcess(const std::u16string& name, const std::u16string& para
     if (setup_.open_document) setup_.open_document(rest.substr(0, rest.find(u'|')));
     return Status::Ok;
   });
+}
+
+Status Client::BeginShove() noexcept {
+  return HostCall("IClient.BeginShove", [] {});
+}
+
+Status Client::EndShove() noexcept {
+  return HostCall("IClient.EndShove", [] {});
 }
 
 ClientInstallation::ClientInstallation(Ref<Client> client)

@@ -32,6 +32,8 @@ struct ClientSetup {
   LocationPick choose_location = {};    // null: every pick is cancelled
   RectanglePick choose_rectangle = {};  // likewise
   void* current_board = nullptr;        // the handle of the board that the user sees
+  // After how many waves a shove ends; without it, what the options say: [SystemOptions] ShovePassLimit.
+  std::optional<std::int32_t> shove_passes = {};
 };
 
 class Client final : public HostObject<IClient> {
@@ -51,6 +53,9 @@ class Client final : public HostObject<IClient> {
                      const std::u16string& value) noexcept override;
   // "Client:OpenDocument" is the only process.
   Status RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept override;
+  // There is no screen to hold still meanwhile.
+  Status BeginShove() noexcept override;
+  Status EndShove() noexcept override;
 
  private:
   const ClientSetup setup_;

@@ -32,6 +32,32 @@ Tool Arrange(TArrangerMethod method) {
   return [method](Board& board) { Tools_RunArrange(&board, board.view.Get(), method); };
 }
 
+std::vector<TCoordPoint> places_to_pick;  // the next one last
+
+// From the middle of each of the first components.
+void ShoveFromSome(Board& board) {
+  constexpr std::size_t kSome = 3;
+  board.objects.ForEach({eComponentObject}, [](const Primitive& component) {
+    const TCoordRect box = component.Bounds();
+    if (places_to_pick.size() < kSome)
+      places_to_pick.push_back({box.x1 + (box.x2 - box.x1) / 2, box.y1 + (box.y2 - box.y1) / 2});
+  });
+  Tools_ShoveComponents(&board, board.view.Get());
+}
+
+// Says yes to everything.
+Editor::ClientSetup User() {
+  Editor::ClientSetup setup;
+  setup.confirm = [](const std::u16string&) { return true; };
+  setup.choose_location = [](const std::u16string&) -> std::optional<TCoordPoint> {
+    if (places_to_pick.empty()) return std::nullopt;
+    const TCoordPoint place = places_to_pick.back();
+    places_to_pick.pop_back();
+    return place;
+  };
+  return setup;
+}
+
 std::vector<std::string> SortedObjects(const Board& board, bool teardrops) {
   std::vector<std::string> lines;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
@@ -72,7 +98,7 @@ class ToolRun : public testing::Test {
   std::vector<std::string> before_;
 
  private:
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(Editor::ClientSetup{})};
+  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(User())};
 };
 
 class TeardropRun final : public ToolRun {
@@ -170,6 +196,12 @@ const Row kRows[] = {
     {"SpreadTexts", "text and name:C1*", Arrange(eArrangeSpreadY)},
     {"OutsideBoard", "component",
      [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
+    {"AllToTheGrid", "component", [](Board& board) { Tools_MoveAllCompsToGrid(&board); }},
+    {"Shove", "component", ShoveFromSome},
+    {"Autoposition", "component",
+     [](Board& board) {
+       Tools_AutopositionText(&board, eAutoPos_TopCenter, eAutoPos_BottomLeft, false, false);
+     }},
 };
 
 void Register(const std::string& run, const std::filesystem::path& path,

@@ -3,6 +3,8 @@
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "DLLs/Tools/Frame/ToolFrame.h"
 #include "DLLs/Tools/Placement/AlignTool.h"
+#include "DLLs/Tools/Placement/AutoPlaceNew.h"
+#include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
 #include "DLLs/Tools/Vias/UnusedPads.h"
@@ -146,6 +148,32 @@ void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
 }
 void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList*) {
   RunTool<kStandard>(AutoPlaceRooms, ABoard, AView);
+}
+
+void Tools_MoveAllCompsToGrid(IPCB_Board* ABoard) {
+  RunTool<kStandard>(MoveAllCompsToGrid, ABoard);
+}
+void Tools_MoveAllRoomsToGrid(IPCB_Board* ABoard) {
+  RunTool<kStandard>(MoveAllRoomsToGrid, ABoard);
+}
+TCoord Tools_CompGridCorrectUpX(IPCB_Board* ABoard, TCoord ACoord) {
+  return RunTool<kStandard>(CompGridCorrectUpX, ABoard, ACoord);
+}
+TCoord Tools_CompGridCorrectDownX(IPCB_Board* ABoard, TCoord ACoord) {
+  return RunTool<kStandard>(CompGridCorrectDownX, ABoard, ACoord);
+}
+TCoord Tools_CompGridCorrectUpY(IPCB_Board* ABoard, TCoord ACoord) {
+  return RunTool<kStandard>(CompGridCorrectUpY, ABoard, ACoord);
+}
+TCoord Tools_CompGridCorrectDownY(IPCB_Board* ABoard, TCoord ACoord) {
+  return RunTool<kStandard>(CompGridCorrectDownY, ABoard, ACoord);
+}
+void Tools_ShoveComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunTool<kStandard>(ShoveComponents, ABoard, AView);
+}
+void Tools_AutopositionText(IPCB_Board* ABoard, TTextAutoposition ANamePosition,
+                            TTextAutoposition ACommentPosition, bool ASkipName, bool ASkipComment) {
+  RunTool<kStandard>(AutopositionText, ABoard, ANamePosition, ACommentPosition, ASkipName, ASkipComment);
 }
 
 }  // namespace Ketril

@@ -66,6 +66,27 @@ TEST_F(Options, RefuseWhatTheFileCannotHold) {
   EXPECT_EQ(Read(*client, u"S", u"N"), u"old");
 }
 
+TEST_F(Options, SayHowFarAShoveGoesUnlessTheEmbedderDoes) {
+  const auto passes = [&](std::optional<std::int32_t> given) {
+    const Ref<Client> client = MakeHost<Client>(ClientSetup{.options_folder = folder, .shove_passes = given});
+    Ref<IInterface> server;
+    client->GetServerByName(u"PCB", server);
+    Ref<IPCB_SystemOptions> options;
+    Probe<IPCB_ServerInterface>(server)->GetState_SystemOptions(options);
+    std::int32_t limit = -1;
+    options->GetState_ShovePassLimit(limit);
+    return limit;
+  };
+  EXPECT_EQ(passes({}), 10);
+  MakeHost<Client>(ClientSetup{.options_folder = folder})
+      ->WriteOption(u"SystemOptions", u"ShovePassLimit", u"3");
+  EXPECT_EQ(passes({}), 3);
+  EXPECT_EQ(passes(0), 0);
+  MakeHost<Client>(ClientSetup{.options_folder = folder})
+      ->WriteOption(u"SystemOptions", u"ShovePassLimit", u"3 times");
+  EXPECT_EQ(passes({}), 10);
+}
+
 TEST(Client, IsFoundByTheToolsWhileItIsInstalled) {
   const auto find = [] {
     void* const entry = Platform::FindModuleEntry(kModule_Ketril, kEntry_GetClient);

@@ -22,6 +22,8 @@ struct OptionClient final : CountedObject<IClient> {
   Status GetState_InTestMode(bool&) noexcept override { return {}; }
   Status WriteLog(const std::u16string&) noexcept override { return {}; }
   Status RunProcess(const std::u16string&, const std::u16string&) noexcept override { return {}; }
+  Status BeginShove() noexcept override { return {}; }
+  Status EndShove() noexcept override { return {}; }
   Status WriteOption(const std::u16string&, const std::u16string&, const std::u16string&) noexcept override {
     return {};
   }

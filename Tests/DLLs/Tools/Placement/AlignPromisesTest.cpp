@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "Editor/HostCall.h"
-#include "Tests/DLLs/Tools/Placement/ArrangedBoard.h"
+#include "Tests/DLLs/Tools/Placement/PlacementBoard.h"
 #include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril::Tools {
@@ -43,7 +43,7 @@ class RandomObjects {
   std::mt19937 engine_{51};
 };
 
-class AlignPromises : public ArrangedBoard {
+class AlignPromises : public PlacementBoard {
  protected:
   // The methods by their numbers, then the commands that pack.
   static constexpr int kRuns = eArrangeBottomSideBySide + 5;

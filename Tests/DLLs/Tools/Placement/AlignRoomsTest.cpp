@@ -4,12 +4,12 @@
 #include <gtest/gtest.h>
 
 #include "Platform/Dialogs.h"
-#include "Tests/DLLs/Tools/Placement/ArrangedBoard.h"
+#include "Tests/DLLs/Tools/Placement/PlacementBoard.h"
 
 namespace Ketril::Tools {
 namespace {
 
-using AlignRooms = ArrangedBoard;
+using AlignRooms = PlacementBoard;
 
 TEST_F(AlignRooms, ToRooms) {
   const char* const kBoard =

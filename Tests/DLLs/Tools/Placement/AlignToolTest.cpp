@@ -5,12 +5,12 @@
 
 #include "DLLs/Tools/Frame/ObjectScope.h"
 #include "Platform/Messages.h"
-#include "Tests/DLLs/Tools/Placement/ArrangedBoard.h"
+#include "Tests/DLLs/Tools/Placement/PlacementBoard.h"
 
 namespace Ketril::Tools {
 namespace {
 
-using AlignTool = ArrangedBoard;
+using AlignTool = PlacementBoard;
 
 TEST_F(AlignTool, WhatBecomesANode) {
   const struct {

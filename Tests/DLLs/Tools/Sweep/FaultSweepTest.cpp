@@ -109,6 +109,50 @@ void RemoveBuilt(IPCB_Board* board) {
   tool(board, ViewOf(board).Get(), parameters.Get());
 }
 
+// Components that overlap, are locked, and lie off the grid, and a room.
+void PutComponents(Editor::Board& board) {
+  for (const char16_t* name : {u"X1", u"X2", u"X3"}) {
+    const auto component = Editor::MakeHost<Editor::Component>();
+    const auto pad = Editor::MakeHost<Editor::Pad>();
+    pad->data.stack.front().x_size = pad->data.stack.front().y_size = 1000000;
+    component->AddMember(pad.Get());
+    const TCoord x = 5000000 + 300001 * (name[1] - u'1');
+    component->Transform(Editor::PlaneMap::Translation(x, 3000000));
+    component->Set(Editor::kFlag_Selected, true);
+    component->Set(Editor::kFlag_Locked, name[1] == u'3');
+    board.Load(component.Get());
+  }
+  const auto fill = Editor::MakeHost<Editor::Fill>();
+  fill->data.box = {5600000, 0, 5700000, 9000000};
+  fill->state.layer = eV6_KeepOutLayer;
+  board.Load(fill.Get());
+}
+
+template <auto tool>
+void ToGrid(IPCB_Board* board) {
+  auto& model = dynamic_cast<Editor::Board&>(*board);
+  PutComponents(model);
+  PutRoom(model).data.region.points.front() = {-5, -5};
+  tool(board);
+}
+
+template <auto tool>
+void Correct(IPCB_Board* board) {
+  tool(board, 12345);
+}
+
+void Shove(IPCB_Board* board) {
+  PutComponents(dynamic_cast<Editor::Board&>(*board));
+  Tools_ShoveComponents(board, ViewOf(board).Get());
+}
+
+void PlaceTexts(IPCB_Board* board) {
+  Editor::Board& model = dynamic_cast<Editor::Board&>(*board);
+  model.objects.ForEach({eComponentObject},
+                        [](Editor::Primitive& c) { c.Set(Editor::kFlag_Selected, true); });
+  Tools_AutopositionText(board, eAutoPos_TopLeft, eAutoPos_BottomRight, false, false);
+}
+
 std::int32_t picks = 0;  // of this run: the user cancels after a few
 
 Editor::ClientSetup UserWithPicks() {
@@ -121,6 +165,7 @@ Editor::ClientSetup UserWithPicks() {
     if (++picks > 1) return std::nullopt;
     return TCoordRect{0, 0, 9000000, 9000000};
   };
+  setup.confirm = [](const std::u16string&) { return true; };
   setup.dialogs.alignment = [](Editor::AlignmentAnswer& answer) {
     answer = {eArrangeLeft, eArrangeSpreadY, true};
     return true;
@@ -166,6 +211,14 @@ const SweptExport kExports[] = {
     {"RunArrange", WithView<Tools_RunArrange, eArrangeMoveToGrid>},
     {"RunArrangeToRectangle", WithView<Tools_RunArrangeToRectangle, 0, 0, 9000000, 9000000>},
     {"RunArrangeOutsideBoard", WithView<Tools_RunArrangeOutsideBoard>},
+    {"MoveAllCompsToGrid", ToGrid<Tools_MoveAllCompsToGrid>},
+    {"MoveAllRoomsToGrid", ToGrid<Tools_MoveAllRoomsToGrid>},
+    {"CompGridCorrectUpX", Correct<Tools_CompGridCorrectUpX>},
+    {"CompGridCorrectDownX", Correct<Tools_CompGridCorrectDownX>},
+    {"CompGridCorrectUpY", Correct<Tools_CompGridCorrectUpY>},
+    {"CompGridCorrectDownY", Correct<Tools_CompGridCorrectDownY>},
+    {"ShoveComponents", Shove},
+    {"AutopositionText", PlaceTexts},
     {"TearDrops", AddTeardrops},
     {"TearDropsByDialog", TeardropsByDialog},
     {"GetCurrentTeardropOptions", TeardropOptions},
@@ -208,6 +261,7 @@ constexpr Pair kPairs[] = {
     {"IPCB_Group.GroupIterator_Create", "IPCB_Group.GroupIterator_Destroy", ""},
     {"IPCB_Primitive.BeginModify", "IPCB_Primitive.EndModify", "IPCB_Primitive.CancelModify"},
     {"IPCB_Progress.Start", "IPCB_Progress.End", ""},
+    {"IClient.BeginShove", "IClient.EndShove", ""},
 };
 
 // Each opening that succeeded was followed by a closing call, which may itself be one that failed.

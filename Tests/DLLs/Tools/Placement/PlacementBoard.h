@@ -1,9 +1,8 @@
-// A board for the arrange commands, with a user who picks and answers dialogs.
+// A board of text for the placement tools, and the user before it: his picks and his answers.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,9 +39,9 @@ inline std::string Places(const Editor::Board& board) {
   return text;
 }
 
-class ArrangedBoard : public testing::Test {
+class PlacementBoard : public testing::Test {
  protected:
-  ~ArrangedBoard() override { ReleasePCBServer(); }
+  ~PlacementBoard() override { ReleasePCBServer(); }
 
   void Load(const char* text, double grid = 100) {
     board = Tests::BoardFromText(text);
@@ -72,20 +71,6 @@ class ArrangedBoard : public testing::Test {
     return Ref<IParameterList>(list.Get());
   }
 
-  Ref<Editor::Board> board;
-  std::vector<TCoordPoint> picks;  // in mil, in their order; then the user cancels
-  Lines prompts;
-  Editor::AlignmentAnswer alignment;
-  bool dialog_confirmed = true;
-
- private:
-  std::optional<TCoordPoint> Pick(const std::u16string& prompt) {
-    prompts.push_back(Platform::ToUtf8(prompt));
-    if (picks.empty()) return std::nullopt;
-    const TCoordPoint pick = picks.front();
-    picks.erase(picks.begin());
-    return TCoordPoint{Mil(pick.x), Mil(pick.y)};
-  }
   Editor::ClientSetup User() {
     Editor::ClientSetup setup;
     setup.choose_location = [this](const std::u16string& prompt) { return Pick(prompt); };
@@ -94,6 +79,10 @@ class ArrangedBoard : public testing::Test {
       const auto a = Pick(first), b = a ? Pick(second) : std::nullopt;
       if (!b) return std::nullopt;
       return TCoordRect{a->x, a->y, b->x, b->y};
+    };
+    setup.confirm = [this](const std::u16string& text) {
+      questions.push_back(Platform::ToUtf8(text));
+      return says_yes;
     };
     setup.dialogs.alignment = [this](Editor::AlignmentAnswer& answer) {
       answer = alignment;
@@ -104,6 +93,23 @@ class ArrangedBoard : public testing::Test {
       return dialog_confirmed;
     };
     return setup;
+  }
+
+  Ref<Editor::Board> board;
+  std::vector<TCoordPoint> picks;  // in mil, in their order; then the user cancels
+  Lines prompts;
+  Lines questions;
+  bool says_yes = true;  // to each of them
+  Editor::AlignmentAnswer alignment;
+  bool dialog_confirmed = true;
+
+ private:
+  std::optional<TCoordPoint> Pick(const std::u16string& prompt) {
+    prompts.push_back(Platform::ToUtf8(prompt));
+    if (picks.empty()) return std::nullopt;
+    const TCoordPoint pick = picks.front();
+    picks.erase(picks.begin());
+    return TCoordPoint{Mil(pick.x), Mil(pick.y)};
   }
   Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(User())};
 };
