@@ -3,6 +3,8 @@
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "DLLs/Tools/Frame/ToolFrame.h"
 #include "DLLs/Tools/Placement/AlignTool.h"
+#include "DLLs/Tools/Placement/PlaceFromFile.h"
+#include "DLLs/Tools/Placement/SwapComponents.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
 #include "Interfaces/Tools.h"
@@ -123,6 +125,14 @@ void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
 }
 void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList*) {
   RunTool<kStandard>(AutoPlaceRooms, ABoard, AView);
+}
+
+void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName) {
+  RunTool<kStandard>(PlaceFromFile, ABoard, AFileName);
+}
+// No frame: it makes no wrappers.
+void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  SwapComponents(ABoard, AView);
 }
 
 }  // namespace Ketril
