@@ -30,6 +30,8 @@ struct Options {
   std::vector<std::string> picks;  // places
   std::string word;                // of a saying
   std::string into_room, into;
+  std::string file;           // a pick-and-place file
+  std::string first, second;  // components
   bool outside = false;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;
 };

@@ -107,6 +107,12 @@ void RunRoomArrange(const ToolsLibrary& library, const char* export_name, IPCB_B
       board, ViewOf(board).Get(), options.Get());
 }
 
+void PlaceFromFile(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                   IParameterList* parameters) {
+  library.Find<void(IPCB_Board*, const std::u16string&)>(export_name)(board,
+                                                                      Required(parameters, u"FileName"));
+}
+
 constexpr std::array kToolVerbs{
     ToolVerb{"tear-drops", "Tools_TearDrops", "Teardrops",
              "Add teardrops to the board, or remove them; -D TeardropParam_FlagsEx=1000 and the like, or the "
@@ -180,6 +186,12 @@ constexpr std::array kToolVerbs{
              "As auto-place-outside-board", false, CallWithView},
     ToolVerb{"run-room-arrange", "Tools_RunRoomArrange", "Arranging",
              "Lay the selected rooms out by -D RoomArrange_ColCount=3 and the like", true, RunRoomArrange},
+    ToolVerb{"place-from-file", "Tools_PlaceFromFile", "Placing",
+             "Put components where a pick-and-place file says, with its sides, rotations and comments", false,
+             PlaceFromFile, false, Operands::File},
+    ToolVerb{"swap-components", "Tools_SwapComponents", "Placing",
+             "Two components, named, selected or picked, exchange their places", false, CallWithView, true,
+             Operands::TwoComponents},
 };
 
 constexpr std::array kSayings{

@@ -10,6 +10,9 @@
 
 namespace Ketril::Command {
 
+// What stands behind the board on the command line.
+enum class Operands { None, File, TwoComponents };
+
 struct ToolVerb {
   const char* verb;
   const char* export_name;
@@ -19,7 +22,8 @@ struct ToolVerb {
   // `parameters` is empty where none were given.
   void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
                IParameterList* parameters);
-  bool picks = false;  // asks the user for places
+  bool picks = false;                  // asks the user for places
+  Operands operands = Operands::None;  // a file goes to `call` as the parameter "FileName"
 };
 
 // What people say for a tool: `ketril align left` is `ketril auto-place-align-left`.

@@ -145,6 +145,33 @@ class PlainRun final : public ToolRun {
   Tool tool_;
 };
 
+// Components that change places, the first with the last and so on, and change back.
+class SwapRun final : public ToolRun {
+ public:
+  using ToolRun::ToolRun;
+  void TestBody() override {
+    std::vector<Primitive*> parts;
+    board_->objects.ForEach({eComponentObject}, [&](Primitive& part) { parts.push_back(&part); });
+    const std::size_t pairs = std::min<std::size_t>(parts.size() / 2, 40);
+    SwapAll(parts, pairs);
+    const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
+    EXPECT_EQ(Differences(DescribeBoard(*board_), DescribeBoard(*again), 4), "");
+    SwapAll(parts, pairs);
+    EXPECT_TRUE(Editor::WriteBoardText(*board_) == board_->file.text);
+    ExpectUndoes();
+  }
+
+ private:
+  void SwapAll(const std::vector<Primitive*>& parts, std::size_t pairs) {
+    for (std::size_t i = 0; i < pairs; ++i) {
+      Primitive* const pair[] = {parts[i], parts[parts.size() - 1 - i]};
+      for (Primitive* part : pair) part->SetFlag(Editor::kFlag_Selected, true);
+      Tools_SwapComponents(board_.Get(), nullptr);
+      for (Primitive* part : pair) part->SetFlag(Editor::kFlag_Selected, false);
+    }
+  }
+};
+
 struct Row {
   const char* name;
   const char* selection;
@@ -182,6 +209,7 @@ void Register(const std::string& run, const std::filesystem::path& path,
 void RegisterToolRuns(const std::filesystem::path& path) {
   Register("TeardropsCurved", path, [path] { return new TeardropRun(path, u"1000"); });
   Register("TeardropsStraight", path, [path] { return new TeardropRun(path, u"1016"); });
+  Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
 }

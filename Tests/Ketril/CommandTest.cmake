@@ -65,6 +65,27 @@ expect(2 "no dialog has" auto-place-run-dialog -D Alignment_Vertical=left ${SAMP
 expect(2 "is no place" center x ${SAMPLE} --pick nowhere --dry-run)
 expect(1 "no room \"attic\"" arrange --into-room attic ${SAMPLE} --dry-run)
 
+# Components are placed from a file, and exchange their places.
+file(WRITE ${WORK}/parts.txt "Designator Footprint\n\nR1 R 10mm -20mm 0 0 0 0 T 90 4k7\nX9 R 1mm 1mm 0 0 0 0 T 0\n")
+expect(0 "placed: R1.*not on the board: X9.*not in the file: .*R2" place-from-file ${SAMPLE} ${WORK}/parts.txt -o ${WORK}/placed.kicad_pcb)
+expect(0 "4k7" list ${WORK}/placed.kicad_pcb --select "text and component:R1")
+expect(0 "\"placed\": .*\"not_in_file\": " place-from-file ${SAMPLE} ${WORK}/parts.txt --json --dry-run)
+file(WRITE ${WORK}/bad.txt "Designator Footprint\n\nR1 R 10 -20 0 0 0 0 T 0\nR2 R 10mm here 0 0 0 0 T 0\n")
+expect(1 "check format.*bad.txt: line 4, R2: .*nothing is written" place-from-file ${SAMPLE} ${WORK}/bad.txt -o ${WORK}/never.kicad_pcb)
+file(WRITE ${WORK}/head.txt "Norvan Studio Pick and Place Locations\nUnits used: mm\n\nDesignator Comment Layer Center-X Center-Y Rotation\nR1 '' T 1 2\nR2 '' T 1 2 0\n")
+expect(0 "Skipped component R1, incorrect.*placed: R2.*line 5, R1: " place-from-file ${SAMPLE} ${WORK}/head.txt --dry-run)
+string(ASCII 239 187 191 mark)
+file(WRITE ${WORK}/mark.txt "${mark}Designator\n")
+expect(1 "Unknown pick and place.*byte-order mark" place-from-file ${SAMPLE} ${WORK}/mark.txt --dry-run)
+expect(3 "cannot be read" place-from-file ${SAMPLE} ${WORK}/no.txt --dry-run)
+expect(0 "R1 .* -> .*\n.*R2 .* -> " swap-components ${SAMPLE} r1 R2 -o ${WORK}/swapped.kicad_pcb)
+expect(0 "R1 .* -> " swap-components ${WORK}/swapped.kicad_pcb R1 R2 -o ${WORK}/swapped-back.kicad_pcb)
+expect_same_file(${SAMPLE} ${WORK}/swapped-back.kicad_pcb)
+expect(0 "R1 .* -> " swap-components ${SAMPLE} --pick R1 --pick R2 --dry-run)
+expect(0 "nobody answered \"Select first component\"" swap-components ${SAMPLE} --dry-run)
+expect(2 "no component \"R99\"" swap-components ${SAMPLE} R1 R99 --dry-run)
+expect(2 "" swap-components ${SAMPLE} R1 --dry-run)
+
 # What is wrong is said, with the exit status of its kind, and nothing is written.
 expect(2 "where shall the changed board go" ${vias} ${SAMPLE})
 expect(2 "column 9" ${vias} ${SAMPLE} --dry-run --select "pad and fre")
