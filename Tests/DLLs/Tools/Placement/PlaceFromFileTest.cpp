@@ -230,8 +230,8 @@ TEST_F(PlaceFromFileTest, EveryFileGetsWhatItDeserves) {
        "R1 300,200 T 90 2, k"},
       {"CSV in capitals, with blanks", ".CSV", Csv("R1 , P, 300mil 200mil,0,0,0,0,B,-90,2k,more\n"), "",
        "R1 300,200 B 270 2k"},
-      {"CSV of empty values without quotes", ".csv", Csv("R1,,300mil,200mil,0,0,0,0,T,0\n"), "problem",
-       kAsBefore},
+      {"CSV of empty values without quotes, which are none", ".csv", Csv("R1,,300mil,200mil,0,0,0,0,T,0\n"),
+       "", "R1 200,0 B 180 1k"},
       {"CSV whose quote is not closed", ".csv", Csv("\"R1,P,300mil,200mil,0,0,0,0,T,0\n"), "", kAsBefore},
       {"CSV with an empty side", ".csv", Csv("R1,P,300mil,200mil,0,0,0,0,\"\",90\n"), "problem",
        "R1 300,200 T 0 1k"},
@@ -249,7 +249,9 @@ TEST_F(PlaceFromFileTest, EveryFileGetsWhatItDeserves) {
 
 TEST_F(PlaceFromFileTest, FilesThatAreNone) {
   Load(kBoard);
-  for (const char16_t* name : {u"", u"/nowhere/parts.csv", u"/tmp", u"\xD800.csv"}) {
+  const std::u16string folder = std::filesystem::temp_directory_path().u16string();
+  for (const std::u16string& name :
+       {std::u16string(), folder, folder + u"/no/parts.csv", folder + u"/\xD800.csv"}) {
     told.clear();
     Tools_PlaceFromFile(board.Get(), name);
     EXPECT_EQ(told, "unknown");
