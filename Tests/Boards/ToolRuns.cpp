@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <sstream>
 
 #include "DLLs/Tools/Frame/PCBServer.h"
@@ -145,29 +146,46 @@ class PlainRun final : public ToolRun {
   Tool tool_;
 };
 
-// Components that change places, the first with the last and so on, and change back.
+// Components that change places, the first with the last and so on, and change back: to the byte, where they
+// turned by right angles, else but for what turning twice rounds.
 class SwapRun final : public ToolRun {
  public:
   using ToolRun::ToolRun;
   void TestBody() override {
-    std::vector<Primitive*> parts;
-    board_->objects.ForEach({eComponentObject}, [&](Primitive& part) { parts.push_back(&part); });
-    const std::size_t pairs = std::min<std::size_t>(parts.size() / 2, 40);
-    SwapAll(parts, pairs);
-    const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
-    EXPECT_EQ(Differences(DescribeBoard(*board_), DescribeBoard(*again), 4), "");
-    SwapAll(parts, pairs);
-    EXPECT_TRUE(Editor::WriteBoardText(*board_) == board_->file.text);
+    for (const bool by_right_angles : {true, false}) {
+      const std::vector<Pair> pairs = Pairs(by_right_angles);
+      SwapAll(pairs);
+      const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
+      EXPECT_EQ(Differences(DescribeBoard(*board_), DescribeBoard(*again), 4), "");
+      SwapAll(pairs);
+      EXPECT_EQ(Differences(before_, DescribeBoard(*board_), by_right_angles ? 0.1 : 3), "");
+      EXPECT_TRUE(!by_right_angles || Editor::WriteBoardText(*board_) == board_->file.text);
+    }
     ExpectUndoes();
   }
 
  private:
-  void SwapAll(const std::vector<Primitive*>& parts, std::size_t pairs) {
-    for (std::size_t i = 0; i < pairs; ++i) {
-      Primitive* const pair[] = {parts[i], parts[parts.size() - 1 - i]};
-      for (Primitive* part : pair) part->SetFlag(Editor::kFlag_Selected, true);
+  using Pair = std::pair<Editor::Component*, Editor::Component*>;
+
+  std::vector<Pair> Pairs(bool by_right_angles) const {
+    std::vector<Editor::Component*> parts;
+    board_->objects.ForEach({eComponentObject}, [&](Primitive& part) {
+      if (!part.Has(Editor::kFlag_Locked)) parts.push_back(Editor::As<Editor::Component>(&part));
+    });
+    std::vector<Pair> pairs;
+    for (std::size_t i = 0; i < std::min<std::size_t>(parts.size() / 2, 60); ++i) {
+      const Pair pair = {parts[i], parts[parts.size() - 1 - i]};
+      const double turn = pair.first->data.rotation - pair.second->data.rotation;
+      if ((std::remainder(turn, 90) == 0) == by_right_angles) pairs.push_back(pair);
+    }
+    return pairs;
+  }
+
+  void SwapAll(const std::vector<Pair>& pairs) {
+    for (const auto& [first, second] : pairs) {
+      for (Primitive* part : {first, second}) part->SetFlag(Editor::kFlag_Selected, true);
       Tools_SwapComponents(board_.Get(), nullptr);
-      for (Primitive* part : pair) part->SetFlag(Editor::kFlag_Selected, false);
+      for (Primitive* part : {first, second}) part->SetFlag(Editor::kFlag_Selected, false);
     }
   }
 };
