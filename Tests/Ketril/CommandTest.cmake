@@ -73,7 +73,7 @@ expect(0 "\"placed\": .*\"not_in_file\": " place-from-file ${SAMPLE} ${WORK}/par
 file(WRITE ${WORK}/bad.txt "Designator Footprint\n\nR1 R 10 -20 0 0 0 0 T 0\nR2 R 10mm here 0 0 0 0 T 0\n")
 expect(1 "check format.*bad.txt: line 4, R2: .*nothing is written" place-from-file ${SAMPLE} ${WORK}/bad.txt -o ${WORK}/never.kicad_pcb)
 file(WRITE ${WORK}/head.txt "Norvan Studio Pick and Place Locations\nUnits used: mm\n\nDesignator Comment Layer Center-X Center-Y Rotation\nR1 '' T 1 2\nR2 '' T 1 2 0\n")
-expect(0 "Skipped component R1, incorrect.*placed: R2.*line 5, R1: " place-from-file ${SAMPLE} ${WORK}/head.txt --dry-run)
+expect(0 "placed: R2.*line 5, R1: .*Skipped component R1, incorrect" place-from-file ${SAMPLE} ${WORK}/head.txt --dry-run)
 string(ASCII 239 187 191 mark)
 file(WRITE ${WORK}/mark.txt "${mark}Designator\n")
 expect(1 "Unknown pick and place.*byte-order mark" place-from-file ${SAMPLE} ${WORK}/mark.txt --dry-run)

@@ -61,6 +61,8 @@ TEST_F(Exports, AreTheseAndNothingElse) {
       "Tools_RunArrangeToRoom",
       "Tools_RunArrangeToRoomRule",
       "Tools_RunRoomArrange",
+      "Tools_PlaceFromFile",
+      "Tools_SwapComponents",
       "Tools_GetCurrentTeardropOptions",
       "Tools_RemoveDropsViolation",
       "Tools_RemoveTearDropsOnSelected",
