@@ -17,6 +17,10 @@
 #include "Interfaces/Teardrops.h"
 
 #pragma GCC visibility push(default)
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"  // a record of fixed layout is handed back
+#endif
 namespace Ketril {
 extern "C" {
 
@@ -106,4 +110,7 @@ extern void* dbkFCallWrapperAddr;
 
 }  // extern "C"
 }  // namespace Ketril
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
 #pragma GCC visibility pop
