@@ -9,6 +9,14 @@
 namespace Ketril::Tools {
 namespace {
 
+TEST(PickAndPlaceFile, KnowsItsLayoutByItsFirstLine) {
+  const char16_t* const quoted = u"\"designator\",x";
+  EXPECT_EQ(PickPlaceLayoutOf(quoted, u"a.b/parts.CSV"), TPickPlaceLayout::CSV);
+  EXPECT_EQ(PickPlaceLayoutOf(quoted, u"a.csv/parts"), TPickPlaceLayout::Unknown);
+  EXPECT_EQ(PickPlaceLayoutOf(u"\"Designator\" ,", u"parts.csv"), TPickPlaceLayout::Unknown);
+  EXPECT_EQ(PickPlaceLayoutOf(u"DESIGNATORS", u"parts.csv"), TPickPlaceLayout::Blanks);
+}
+
 TEST(PickAndPlaceFile, ReadsCoordinates) {
   const struct {
     const char16_t* text;

@@ -43,6 +43,7 @@ std::string Short(std::string text) {
       {"Skipped component ", "-"},
       {", incorrect number of data columns found", " columns"},
       {", invalid data found", " data"},
+      {"; skipped; panel", "!"},
       {" column data not found.", "?"}};
   for (const auto& [sentence, name] : kNames) {
     for (std::size_t at = text.find(sentence); at != text.npos; at = text.find(sentence))
@@ -87,7 +88,7 @@ class PlaceFromFileTest : public testing::Test {
 
  private:
   void Tell(const std::u16string& text) {
-    told += (told.empty() ? "" : "; ") + Short(Platform::ToUtf8(text));
+    told = Short(told + (told.empty() ? "" : "; ") + Platform::ToUtf8(text));
   }
   Editor::ClientSetup User() {
     Editor::ClientSetup setup;
@@ -117,7 +118,6 @@ constexpr const char* kBoard = R"(
   component R1 at 100,100 { pad -50,0 60x60 top name 1; pad 50,0 60x60 top name 2; text 0,80 "1k" comment }
   component J1 at 900,100 locked { pad 0,0 60x60 }
 )";
-constexpr const char* kAsBefore = "R1 100,100 T 0 1k";
 
 // Behind the title and the units, up to the data.
 std::string Headed(const std::string& data, const std::string& units = "mil",
@@ -133,113 +133,96 @@ std::string Csv(const std::string& data) {
 
 TEST_F(PlaceFromFileTest, EveryFileGetsWhatItDeserves) {
   const struct {
-    const char* name;
-    const char* extension;
+    const char* name;  // "CSV" at its begin is the extension, too
     std::string bytes;
     const char* told;
-    const char* after;  // R1
+    const char* after;  // R1; empty: as before
   } rows[] = {
-      {"empty", ".txt", "", "unknown", kAsBefore},
-      {"another first line", ".txt", "Part X Y\nR1 1 2\n", "unknown", kAsBefore},
-      {"title in other letters", ".txt", "norvan studio pick and place locations\n", "unknown", kAsBefore},
-      {"title and a blank", ".txt", "Norvan Studio Pick and Place Locations \n", "unknown", kAsBefore},
-      {"byte-order mark", ".txt", "\xEF\xBB\xBF" + Blanks("R1 P 1mil 1mil 0 0 0 0 T 0"), "unknown",
-       kAsBefore},
-      {"UTF-16", ".txt",
-       std::string("\xFF\xFE"
-                   "D\0e\0s\0",
-                   8),
-       "unknown", kAsBefore},
-      {"nothing but NULs", ".txt", std::string(40, '\0'), "unknown", kAsBefore},
-      {"CSV under another extension", ".txt", Csv(R"("R1","P","1mil","1mil")"), "unknown", kAsBefore},
-      {"CSV without quotes", ".csv", "Designator,Pattern\nR1,P,1mil,1mil,0,0,0,0,T,0\n", "", kAsBefore},
+      {"empty", "", "unknown", ""},
+      {"another first line", "Part X Y\nR1 1 2\n", "unknown", ""},
+      {"title in other letters", "norvan studio pick and place locations\n", "unknown", ""},
+      {"title and a blank", "Norvan Studio Pick and Place Locations \n", "unknown", ""},
+      {"byte-order mark", "\xEF\xBB\xBF" + Blanks("R1 P 1mil 1mil 0 0 0 0 T 0"), "unknown", ""},
+      {"UTF-16", std::string("D\0e\0s\0", 6), "unknown", ""},
+      {"nothing but NULs", std::string(40, '\0'), "unknown", ""},
+      {"quoted, under another extension", Csv(R"("R1","P","1mil","1mil")"), "unknown", ""},
+      {"CSV without quotes", "Designator,Pattern\nR1,P,1mil,1mil,0,0,0,0,T,0\n", "", ""},
 
-      {"no units", ".txt", "Norvan Studio Pick and Place Locations\nUnits used:\nmil\n",
-       "header:\rUnits not found in header.", kAsBefore},
-      {"units without a value", ".txt",
-       "Norvan Studio Pick and Place Locations\nUnits used: \n\nDesignator\n",
-       "header:\rUnits not found in header.", kAsBefore},
-      {"ends at its units", ".txt", "Norvan Studio Pick and Place Locations\nUnits used: mm\n",
-       "header:\rNo data in file.", kAsBefore},
-      {"no names of columns", ".txt", "Norvan Studio Pick and Place Locations\nUNITS USED: mm\n\n",
-       "header:\rDesignator?\rCenter-X?\rCenter-Y?\rLayer?\rRotation?\rComment?", kAsBefore},
-      {"columns of other names", ".txt",
-       Headed("", "mm", "designator X-Center Center-Y Layers ROTATION Comment"), "header:\rCenter-X?\rLayer?",
-       kAsBefore},
-      {"names in one quote", ".txt",
-       Headed("", "mm", "\"Designator Center-X Center-Y Layer Rotation Comment"),
-       "header:\rDesignator?\rCenter-X?\rCenter-Y?\rLayer?\rRotation?\rComment?", kAsBefore},
-      {"no line of data", ".txt", Headed(""), "", kAsBefore},
-      {"names in any order, with units, twice", ".txt",
+      {"no units", "Norvan Studio Pick and Place Locations\nUnits used:\nmil\n",
+       "header:\rUnits not found in header.", ""},
+      {"units without a value", "Norvan Studio Pick and Place Locations\nUnits used: \n\nDesignator\n",
+       "header:\rUnits not found in header.", ""},
+      {"ends at its units", "Norvan Studio Pick and Place Locations\nUnits used: mm\n",
+       "header:\rNo data in file.", ""},
+      {"no names of columns", "Norvan Studio Pick and Place Locations\nUNITS USED: mm\n\n",
+       "header:\rDesignator?\rCenter-X?\rCenter-Y?\rLayer?\rRotation?\rComment?", ""},
+      {"columns of other names", Headed("", "mm", "designator X-Center Center-Y Layers ROTATION Comment"),
+       "header:\rCenter-X?\rLayer?", ""},
+      {"names in one quote", Headed("", "mm", "\"Designator Center-X Center-Y Layer Rotation Comment"),
+       "header:\rDesignator?\rCenter-X?\rCenter-Y?\rLayer?\rRotation?\rComment?", ""},
+      {"no line of data", Headed(""), "", ""},
+      {"names in any order, with units, twice",
        Headed("x 90 200 \"10 k\" 300 Bot R1 7\n", "mil",
               "Pin ROTATION center-y(mil) \"comment\" 'Center-X [mil]' Layer Designator Rotation"),
        "", "R1 300,200 B 90 10 k"},
 
-      {"blank line", ".txt", Headed("\nR1 2k T 300 200 0\n"), "- columns; skipped; panel",
-       "R1 300,200 T 0 2k"},
-      {"a column too few", ".txt", Headed("R1 2k T 300 200\n"), "-R1 columns; skipped; panel", kAsBefore},
-      {"a column too many", ".txt", Headed("R1 2 k T 300 200 0\n"), "-R1 columns; skipped; panel", kAsBefore},
-      {"commas part no bare values", ".txt", Headed("R1,2k,T,300,200,0\n"),
-       "-R1,2k,T,300,200,0 columns; skipped; panel", kAsBefore},
-      {"quotes and commas", ".txt", Headed("\"R1\",\"2, k\",\"TopLayer\",\"300\",\"200\",\"0\"\n"), "",
+      {"blank line", Headed("\nR1 2k T 300 200 0\n"), "- columns!", "R1 300,200 T 0 2k"},
+      {"a column too few", Headed("R1 2k T 300 200\n"), "-R1 columns!", ""},
+      {"a column too many", Headed("R1 2 k T 300 200 0\n"), "-R1 columns!", ""},
+      {"commas part no bare values", Headed("R1,2k,T,300,200,0\n"), "-R1,2k,T,300,200,0 columns!", ""},
+      {"quotes and commas", Headed("\"R1\",\"2, k\",\"TopLayer\",\"300\",\"200\",\"0\"\n"), "",
        "R1 300,200 T 0 2, k"},
-      {"quotes of both kinds", ".txt", Headed("'R1' '2\"' T 300 \"200\" 0\n"), "", "R1 300,200 T 0 2\""},
-      {"tabs, CR LF, no end of line", ".txt", Headed("\r\n\t R1\t2k \tT\t300\t200\t180"),
-       "- columns; skipped; panel", "R1 300,200 T 180 2k"},
-      {"a quote that is not closed", ".txt", Headed("R1 2k T 300 200 \"0\nR1 \"2k T 300 200 0\n"),
-       "-R1 columns; skipped; panel", "R1 300,200 T 0 2k"},
-      {"empty rotation in quotes", ".txt", Headed("R1 2k T 300 200 \"\"\n"), "-R1 data; skipped; panel",
-       kAsBefore},
-      {"empty designator", ".txt", Headed("'' 2k T 300 200 0\n"), "- data; skipped; panel", kAsBefore},
-      {"empty comment", ".txt", Headed("R1 '' T 300 200 0\n"), "", "R1 300,200 T 0 1k"},
-      {"empty coordinate", ".txt", Headed("R1 2k T \"\" 200 0\n"), "-R1 data; skipped; panel", kAsBefore},
-      {"coordinate that is none", ".txt", Headed("R1 2k T 3x0 200 0\nr1 3k T 300 200 0"),
-       "-R1 data; skipped; panel", "R1 300,200 T 0 3k"},
-      {"coordinate beyond the board's range", ".txt", Headed("R1 2k T 300000 1e99 0\n"),
-       "-R1 data; skipped; panel", kAsBefore},
-      {"rotation that is none", ".txt", Headed("R1 2k T 300 200 90,5\n"), "", "R1 300,200 T 0 2k"},
-      {"unknown, and locked", ".txt", Headed("R9 2k T 300 200 0\nJ1 2k T 300 200 0\n"), "", kAsBefore},
-      {"side of neither", ".txt", Headed("R1 2k left 300 200 0\n"), "", "R1 300,200 T 0 2k"},
-      {"side in small letters", ".txt", Headed("R1 2k bottom 300 200 0\n"), "", "R1 300,200 T 0 2k"},
-      {"decimal commas in mm", ".txt", Headed("R1 2k T 7,62mm 5,08MM 0\n", "mm"), "", "R1 300,200 T 0 2k"},
-      {"mils in a file in mm", ".txt", Headed("R1 2k T 300mil 200mil 0\n", "mm"), "-R1 data; skipped; panel",
-       kAsBefore},
-      {"unit that nobody knows", ".txt", Headed("R1 2k T 3in 2 0\n", "in"), "-R1 data; skipped; panel",
-       kAsBefore},
-      {"NULs between values", ".txt", Headed(std::string("R1\0 2k T 300 200 0\n", 19)), "", kAsBefore},
-      {"another code page", ".txt", Headed("R1 10\xB5 T 300 200 0\n"), "", "R1 300,200 T 0 10\xEF\xBF\xBD"},
+      {"quotes of both kinds", Headed("'R1' '2\"' T 300 \"200\" 0\n"), "", "R1 300,200 T 0 2\""},
+      {"tabs, CR LF, no end of line", Headed("\r\n\t R1\t2k \tT\t300\t200\t180"), "- columns!",
+       "R1 300,200 T 180 2k"},
+      {"a quote that is not closed", Headed("R1 2k T 300 200 \"0\nR1 \"2k T 300 200 0\n"), "-R1 columns!",
+       "R1 300,200 T 0 2k"},
+      {"empty rotation in quotes", Headed("R1 2k T 300 200 \"\"\n"), "-R1 data!", ""},
+      {"empty designator", Headed("'' 2k T 300 200 0\n"), "- data!", ""},
+      {"empty comment", Headed("R1 '' T 300 200 0\n"), "", "R1 300,200 T 0 1k"},
+      {"empty coordinate", Headed("R1 2k T \"\" 200 0\n"), "-R1 data!", ""},
+      {"coordinate that is none", Headed("R1 2k T 3x0 200 0\nr1 3k T 300 200 0"), "-R1 data!",
+       "R1 300,200 T 0 3k"},
+      {"coordinate beyond the board's range", Headed("R1 2k T 300000 1e99 0\n"), "-R1 data!", ""},
+      {"rotation that is none", Headed("R1 2k T 300 200 90,5\n"), "", "R1 300,200 T 0 2k"},
+      {"unknown, and locked", Headed("R9 2k T 300 200 0\nJ1 2k T 300 200 0\n"), "", ""},
+      {"side of neither", Headed("R1 2k left 300 200 0\n"), "", "R1 300,200 T 0 2k"},
+      {"side in small letters", Headed("R1 2k bottom 300 200 0\n"), "", "R1 300,200 T 0 2k"},
+      {"decimal commas in mm", Headed("R1 2k T 7,62mm 5,08MM 0\n", "mm"), "", "R1 300,200 T 0 2k"},
+      {"mils in a file in mm", Headed("R1 2k T 300mil 200mil 0\n", "mm"), "-R1 data!", ""},
+      {"unit that nobody knows", Headed("R1 2k T 3in 2 0\n", "in"), "-R1 data!", ""},
+      {"NULs between values", Headed(std::string("R1\0 2k T 300 200 0\n", 19)), "", ""},
+      {"another code page", Headed("R1 10\xB5 T 300 200 0\n"), "", "R1 300,200 T 0 10\xEF\xBF\xBD"},
 
-      {"fixed columns", ".txt", Blanks("\nR1 P 300mil 5.08mm 0 0 0 0 B 90 2 k, 5% \n"), "",
+      {"fixed columns", Blanks("\nR1 P 300mil 5.08mm 0 0 0 0 B 90 2 k, 5% \n"), "",
        "R1 300,200 B 90 2 k, 5%"},
-      {"no comment", ".csv", Blanks("R1\tP  300mil 200mil 0 0 0 0 T 90"), "", "R1 300,200 T 90 1k"},
-      {"ends before its side", ".txt", Blanks("R1 P 300mil 200mil 0 0 0 0\nR1 P 1mil 1mil 0 0 0 0 T 0"),
-       "problem", "R1 300,200 T 0 1k"},
-      {"ends behind its side", ".txt", Blanks("R1 P 300mil 200mil 0 0 0 0 Top"), "", "R1 300,200 T 0 1k"},
-      {"a designator alone", ".txt", Blanks("R1\n"), "problem", kAsBefore},
-      {"decimal comma", ".txt", Blanks("R1 P 7,62mm 200mil 0 0 0 0 T 0\n"), "problem", kAsBefore},
-      {"unit of its own within", ".txt", Blanks("R1 P 300millis 200mil 0 0 0 0 T 0\n"), "problem", kAsBefore},
-      {"any side but T is the bottom", ".txt", Blanks("R1 P 300mil 200mil 0 0 0 0 left 0\n"), "",
-       "R1 300,200 B 0 1k"},
-      {"a first token that is no component", ".txt",
-       Blanks("# R1 P 1mil 1mil\nJ1\nR1 P 300mil 200mil 0 0 0 0 T 0\n"), "", "R1 300,200 T 0 1k"},
-      {"the display unit", ".txt", Blanks("R1 P 300 200 0 0 0 0 T 0\n"), "", "R1 300,200 T 0 1k"},
-      {"CSV", ".csv",
-       Csv("\"R1\",\"\",\"300mil\",\"200mil\",\"0\",\"0\",\"0\",\"0\",\"T\",\"90\",\"2, k\"\r\n"), "",
-       "R1 300,200 T 90 2, k"},
-      {"CSV in capitals, with blanks", ".CSV", Csv("R1 , P, 300mil 200mil,0,0,0,0,B,-90,2k,more\n"), "",
-       "R1 300,200 B 270 2k"},
-      {"CSV of empty values without quotes, which are none", ".csv", Csv("R1,,300mil,200mil,0,0,0,0,T,0\n"),
-       "", "R1 200,0 B 180 1k"},
-      {"CSV whose quote is not closed", ".csv", Csv("\"R1,P,300mil,200mil,0,0,0,0,T,0\n"), "", kAsBefore},
-      {"CSV with an empty side", ".csv", Csv("R1,P,300mil,200mil,0,0,0,0,\"\",90\n"), "problem",
+      {"CSV in name alone, no comment", Blanks("R1\tP  300mil 200mil 0 0 0 0 T 90"), "",
+       "R1 300,200 T 90 1k"},
+      {"ends before its side", Blanks("R1 P 300mil 200mil 0 0 0 0\nR1 P 1mil 1mil 0 0 0 0 T 0"), "problem",
        "R1 300,200 T 0 1k"},
+      {"ends behind its side", Blanks("R1 P 300mil 200mil 0 0 0 0 Top"), "", "R1 300,200 T 0 1k"},
+      {"a designator alone", Blanks("R1\n"), "problem", ""},
+      {"decimal comma", Blanks("R1 P 7,62mm 200mil 0 0 0 0 T 0\n"), "problem", ""},
+      {"unit of its own within", Blanks("R1 P 300millis 200mil 0 0 0 0 T 0\n"), "problem", ""},
+      {"any side but T is the bottom", Blanks("R1 P 300mil 200mil 0 0 0 0 left 0\n"), "",
+       "R1 300,200 B 0 1k"},
+      {"a first token that is no component", Blanks("# R1 P 1mil 1mil\nJ1\nR1 P 300mil 200mil 0 0 0 0 T 0\n"),
+       "", "R1 300,200 T 0 1k"},
+      {"the display unit", Blanks("R1 P 300 200 0 0 0 0 T 0\n"), "", "R1 300,200 T 0 1k"},
+      {"CSV", Csv("\"R1\",\"\",\"300mil\",\"200mil\",\"0\",\"0\",\"0\",\"0\",\"T\",\"90\",\"2, k\"\r\n"), "",
+       "R1 300,200 T 90 2, k"},
+      {"CSV with blanks", Csv("R1 , P, 300mil 200mil,0,0,0,0,B,-90,2k,more\n"), "", "R1 300,200 B 270 2k"},
+      {"CSV of empty values without quotes, which are none", Csv("R1,,300mil,200mil,0,0,0,0,T,0\n"), "",
+       "R1 200,0 B 180 1k"},
+      {"CSV whose quote is not closed", Csv("\"R1,P,300mil,200mil,0,0,0,0,T,0\n"), "", ""},
+      {"CSV with an empty side", Csv("R1,P,300mil,200mil,0,0,0,0,\"\",90\n"), "problem", "R1 300,200 T 0 1k"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     Load(kBoard);
-    Place(row.bytes, std::string("parts") + row.extension);
+    Place(row.bytes, std::string(row.name).starts_with("CSV") ? "parts.csv" : "parts.txt");
     EXPECT_EQ(told, row.told);
-    EXPECT_EQ(State(0), row.after);
+    EXPECT_EQ(State(0), *row.after ? row.after : "R1 100,100 T 0 1k");
     EXPECT_EQ(State(1), "J1 900,100 T 0");
     EXPECT_FALSE(board->progress->IsOpen());
   }
