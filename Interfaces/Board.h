@@ -235,6 +235,16 @@ class IPCB_BoardMessages : public IInterface {
                              void* data) noexcept = 0;
 };
 
+// Offered by a board that keeps unions. Editors know it by this number.
+class IPCB_BoardUnions : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{0x8FFBBF46B3BE49D1, 0x9FB8F05FAA33D0CE};
+  // Makes the object, which is on the board, a part of the union of that index; 0 takes it out of its union.
+  // Parts of the object are not touched.
+  virtual Status AddToUnion(std::int32_t index, IPCB_Primitive* object) noexcept = 0;
+};
+
 // The copper of a board as bodies, measured once for several questions.
 class IPCB_CopperBodyList : public IInterface {
  public:

@@ -51,6 +51,9 @@ class IDialogService : public IInterface {
   static constexpr InterfaceId Id{"IDialogService"};
   // Two buttons, Yes and No.
   virtual Status ConfirmYesNo(const std::u16string& text, bool& yes) noexcept = 0;
+  // One button, OK. A carriage return ends a line of the text.
+  virtual Status ShowError(const std::u16string& text) noexcept = 0;
+  virtual Status ShowWarning(const std::u16string& text) noexcept = 0;
 };
 
 class IClient : public IInterface {

@@ -60,6 +60,16 @@ class IPCB_Component : public IPCB_Group2 {
   KETRIL_READ(std::u16string, Pattern);      // the footprint's name in its library
   KETRIL_PROPERTY(TComponentKind, ComponentKind);
   KETRIL_PROPERTY(double, Rotation);
+  // Whether the members lie mirrored, as a component on the bottom has them: writing it mirrors them about
+  // the vertical line through the reference point. Writing the layer takes the members to the layers of that
+  // side as they lie. Who does both turns the component over.
+  KETRIL_PROPERTY(bool, Flipped);
+  // Where beside the component its texts are kept; eAutoPos_Manual is wherever somebody put them. A change to
+  // another value puts the text there.
+  KETRIL_READ(TTextAutoposition, NameAutoposition);
+  KETRIL_READ(TTextAutoposition, CommentAutoposition);
+  virtual Status ChangeNameAutoposition(TTextAutoposition position) noexcept = 0;
+  virtual Status ChangeCommentAutoposition(TTextAutoposition position) noexcept = 0;
 };
 
 class IPCB_Component2 : public IPCB_Component {
@@ -72,7 +82,8 @@ class IPCB_Component2 : public IPCB_Component {
   // False when the text is missing or cannot take that place.
   virtual Status PlaceNameAutoposition(TTextAutoposition position, bool& placed) noexcept = 0;
   virtual Status PlaceCommentAutoposition(TTextAutoposition position, bool& placed) noexcept = 0;
-  // To the other side of the board, mirrored about the vertical line through the reference point.
+  // To the other side of the board, mirrored about the vertical line through the centre of the box of its
+  // pads, which so stays where it is; of a component without pads, through its reference point.
   virtual Status FlipComponent() noexcept = 0;
 };
 

@@ -37,6 +37,8 @@ struct InterfaceId {
 
   constexpr explicit InterfaceId(std::string_view name)
       : High(Hash(name, 0xcbf29ce484222325ULL)), Low(Hash(name, 0x9ae16a3b2f90404fULL)) {}
+  // Of an interface that editors know by a number: its first 64 bits and its last, as they are written.
+  constexpr InterfaceId(std::uint64_t high, std::uint64_t low) : High(high), Low(low) {}
 
   friend constexpr bool operator==(const InterfaceId& a, const InterfaceId& b) {
     return a.Low == b.Low && a.High == b.High;

@@ -82,6 +82,26 @@ class IPCB_BoardRooms : public IInterface {
   KETRIL_READ(Ref<IPCB_RoomArrangeOptions>, RoomArrangeOptions);
 };
 
+// What became of a component that a pick-and-place file names.
+enum TPlacementOutcome : std::uint8_t {
+  ePlacement_Placed,
+  ePlacement_Unknown,       // the board has no component of that name
+  ePlacement_Locked,        // it is not moveable
+  ePlacement_WrongColumns,  // the line has more columns than the file's header, or less
+  ePlacement_InvalidData,   // a value is missing, or is none
+};
+
+// Offered beside its own chain by a client that keeps a record of placements from a file.
+class IPlacementRecorder : public IInterface {
+ public:
+  using Base = IInterface;
+  static constexpr InterfaceId Id{"IPlacementRecorder"};
+  // Called once for a line of data, when it is done with; not for one that names no component where that is
+  // no mistake. `line` counts from 1, the file's first line included.
+  virtual Status RecordPlacement(std::int32_t line, const std::u16string& designator,
+                                 TPlacementOutcome outcome) noexcept = 0;
+};
+
 // Further entries of the module "Ketril.dll": the user picks a place on the current board. False when he
 // cancels; the coordinates are then as they were. A rectangle is given low corner first.
 using PcbApi_GetCurrentBoardHandle = void* (*)();

@@ -74,6 +74,8 @@ class IPCB_Primitive : public IInterface {
   virtual Status GetState_BoundingRectangle(TCoordRect& rectangle) noexcept = 0;
   virtual Status MoveByXY(TCoord dx, TCoord dy) noexcept = 0;
   virtual Status MoveToXY(TCoord x, TCoord y) noexcept = 0;
+  // Turns the object, a group with its members, about its reference point.
+  virtual Status RotateBy(double degrees) noexcept = 0;
 
   // The bracket of a change. Writes between begin and end count as one edit; cancel abandons it: the object
   // is as it was at the begin.
@@ -202,6 +204,11 @@ class IPCB_Text : public IPCB_RectangularPrimitive {
   KETRIL_PROPERTY(std::u16string, Text);  // as it is shown, with variables put in
   KETRIL_PROPERTY(TCoord, Size);          // height of a letter
   KETRIL_PROPERTY(TCoord, Width);         // of the stroke
+  // Where the text is anchored, and whether it is drawn mirrored, left to right, about that place. The
+  // rotation is about it too.
+  KETRIL_PROPERTY(TCoord, AnchorX);
+  KETRIL_PROPERTY(TCoord, AnchorY);
+  KETRIL_PROPERTY(bool, Mirrored);
 };
 
 class IPCB_Text2 : public IPCB_Text {

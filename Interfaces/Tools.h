@@ -17,6 +17,10 @@
 #include "Interfaces/Teardrops.h"
 
 #pragma GCC visibility push(default)
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"  // a record of fixed layout is handed back
+#endif
 namespace Ketril {
 extern "C" {
 
@@ -119,6 +123,15 @@ void Tools_ShoveComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView
 // Puts the designators and comments of the selected components where the positions say.
 void Tools_AutopositionText(IPCB_Board* ABoard, TTextAutoposition ANamePosition,
                             TTextAutoposition ACommentPosition, bool ASkipName, bool ASkipComment);
+// Reads a pick-and-place file and puts the components that it names where it says: the centre of a
+// component's pads on the given place, on the given side, turned to the given rotation, with the given
+// comment. What goes wrong is told in an error dialog, and line by line in the message panel of the
+// workspace; components that were placed before stay placed. A failure of the editor ends it in the same
+// dialog and does not reach the caller, unless it is the dialog that fails.
+void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName);
+// Two components exchange their places, sides, rotations, the places of their texts and their unions: the two
+// that are selected, when nothing else is, otherwise pairs that the user picks until he cancels.
+void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
 
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.
@@ -132,4 +145,7 @@ extern void* dbkFCallWrapperAddr;
 
 }  // extern "C"
 }  // namespace Ketril
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
 #pragma GCC visibility pop

@@ -154,7 +154,7 @@ enum TChangeScope : std::uint8_t {
   eChangeLibraryAllComponents,
   eChangeCancelled,
 };
-// Which objects an iterator passes: all, those that belong to no group, those of components only.
+// Which objects an iterator passes: all, those that belong to no group, components and what belongs to them.
 enum TIterationMethod : std::uint8_t { eProcessAll, eProcessFree, eProcessComponent };
 enum TUnit : std::uint8_t { eMetric, eImperial };
 enum TDisplay : std::uint8_t { eOverWrite, eHide, eShow, eInvert, eHighLight };

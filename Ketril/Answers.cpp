@@ -77,11 +77,12 @@ void Answers::ReadFile(const std::string& path) {
   }
 }
 
-TDialogAnswer Answers::Answer(const std::u16string& text, Platform::TDialogKind,
+TDialogAnswer Answers::Answer(const std::u16string& text, Platform::TDialogKind kind,
                               Platform::TDialogButtons buttons) {
-  const std::string shown = Platform::ToUtf8(text);
+  std::string shown = Platform::ToUtf8(text);
+  std::replace(shown.begin(), shown.end(), '\r', '\n');
   if (buttons == Platform::TDialogButtons::Ok) {
-    out_ << shown << "\n";
+    out_ << Platform::ToUtf8(Platform::DialogCaption(kind)) << ": " << shown << "\n";
     return TDialogAnswer::Ok;
   }
   const TDialogAnswer answer = YesOrNoAnswer(text);

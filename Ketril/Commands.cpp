@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -24,6 +25,7 @@
 #include "Ketril/Info.h"
 #include "Ketril/Interrupts.h"
 #include "Ketril/Moves.h"
+#include "Ketril/PlacementSummary.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
 #include "Ketril/TeardropDialog.h"
@@ -160,8 +162,9 @@ void DrawResult(const Options& options, Board& board, const std::vector<Editor::
 
 // What -D gave, as the tools take it; empty without any. Raises Failure.
 Ref<IParameterList> ParametersOf(const Options& options) {
-  if (options.parameters.empty()) return {};
+  if (options.parameters.empty() && options.file.empty()) return {};
   const Ref<Editor::Parameters> list = Editor::MakeHost<Editor::Parameters>();
+  if (!options.file.empty()) list->AddParameter(u"FileName", Platform::ToUtf16(options.file));
   for (const std::string& text : options.parameters) {
     const std::size_t equals = text.find('=');
     if (equals == 0 || equals == text.npos)
@@ -169,6 +172,30 @@ Ref<IParameterList> ParametersOf(const Options& options) {
     list->AddParameter(Platform::ToUtf16(text.substr(0, equals)), Platform::ToUtf16(text.substr(equals + 1)));
   }
   return Ref<IParameterList>(list.Get());
+}
+
+// Raises Failure for a file that a tool could not read either.
+void CheckReadable(const std::string& path) {
+  std::ifstream file(path);
+  file.peek();
+  if (!file && !file.eof()) throw Failure(kExit_Unreadable, path + ": the file cannot be read");
+  if (path.find('|') != path.npos)
+    throw Failure(kExit_Usage, path + ": a name with | cannot be handed to the tool");
+}
+
+// Of two components that are named, each as the designator has it.
+void SelectPair(Board& board, const Options& options) {
+  Primitive* pair[2]{};
+  for (const int i : {0, 1}) {
+    const std::u16string name = Platform::ToUtf16(i == 0 ? options.first : options.second);
+    Editor::Warehouse::Walk walk(board.objects, {eComponentObject});
+    for (Primitive* object = walk.Next(); object && !pair[i]; object = walk.Next()) {
+      if (Platform::EqualsIgnoringAsciiCase(object->Identifier(), name)) pair[i] = object;
+    }
+    if (!pair[i]) throw Failure(kExit_Usage, "the board has no component \"" + Platform::ToUtf8(name) + "\"");
+  }
+  if (pair[0] == pair[1]) throw Failure(kExit_Usage, options.first + " cannot be swapped with itself");
+  for (Primitive* component : pair) component->SetFlag(Editor::kFlag_Selected, true);
 }
 
 // The folder of what a tool writes beside its board, as reports: --report-dir, else that of the changed
@@ -208,8 +235,9 @@ class ReportFolder {
 
 void Report(const Options& options, const ToolVerb& verb, Board& board, const std::string& destination,
             const std::vector<Editor::Change>& changes, const std::vector<Move>& moves,
-            const std::vector<std::string>& unanswered) {
+            const std::vector<std::string>& unanswered, const PlacementLog& log) {
   ordered_json summary = Summary(changes);
+  if (verb.operands == Operands::File) summary["placement"] = PlacementSummary(board, log);
   if (!moves.empty()) summary["moved"] = MoveTable(moves, options.unit);
   const ordered_json teardrops = TeardropSummary(board);
   const ordered_json vias = ViaSummary(board.Unions().LastRun(), options.unit);
@@ -228,6 +256,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   std::cout << "\n" << MoveLines(moves, options.unit);
   if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
   if (!vias.is_null()) std::cout << ViaSummaryText(vias);
+  if (summary.contains("placement")) std::cout << PlacementSummaryText(summary["placement"]);
   for (const std::string& question : unanswered) {
     std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";
   }
@@ -320,6 +349,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   if (!options.select.empty()) selection = ParseSelection(options.select, options.unit);
   Answers answers(options.yes, isatty(STDIN_FILENO) ? &std::cin : nullptr, std::cerr);
   if (!options.answers.empty()) answers.ReadFile(options.answers);
+  if (!options.file.empty()) CheckReadable(options.file);
 
   const ToolsLibrary library;
   Ref<Board> board = Open(options.board);
@@ -343,6 +373,9 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   if (selection && selection->Apply(*board) == 0) {
     std::cerr << "ketril: no object matches --select " << options.select << "\n";
   }
+  if (!options.first.empty()) SelectPair(*board, options);
+  if (verb.operands == Operands::File)
+    board->setup.display_unit = options.unit == Editor::LengthUnit::Mil ? eImperial : eMetric;
   const Ref<IParameterList> parameters = ParametersOf(options);
   board->journal.Begin();
   try {
@@ -356,8 +389,11 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   const std::vector<Editor::Change> changes = board->journal.Changes();
   const std::vector<Move> moves = places.Moves();
   if (answers.Aborted()) {
-    Report(options, verb, *board, {}, changes, moves, answers.Unanswered());
+    Report(options, verb, *board, {}, changes, moves, answers.Unanswered(), session.Placement());
     throw Failure(kExit_Aborted, "stopped; nothing is written");
+  }
+  if (session.Placement().failed) {
+    throw Failure(kExit_Failed, PlacementFailure(options.file, session.Placement()) + "; nothing is written");
   }
   if (!destination.empty()) {
     try {
@@ -367,7 +403,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
     }
   }
   if (!options.picture.empty()) DrawResult(options, *board, changes, moves);
-  Report(options, verb, *board, destination, changes, moves, answers.Unanswered());
+  Report(options, verb, *board, destination, changes, moves, answers.Unanswered(), session.Placement());
 }
 
 void Arrange(const Options& options) {

@@ -33,6 +33,8 @@ struct Options {
   std::map<std::string, std::string> fields;  // of dialogs, by name; empty ones were not given
   std::string word;                           // of a saying
   std::string into_room, into;
+  std::string file;           // a pick-and-place file
+  std::string first, second;  // components
   bool outside = false;
   std::string grid, clearance;         // lengths; the grid may be two
   std::optional<std::int32_t> passes;  // of a shove

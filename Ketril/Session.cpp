@@ -36,8 +36,18 @@ void ShowProgress(const Editor::ProgressState& state) {
                static_cast<int>(percent));
 }
 
+void ListenToPlacement(Editor::ClientSetup& setup, PlacementLog& log) {
+  setup.record_placement = [&log](const Editor::PlacementLine& line) { log.lines.push_back(line); };
+  setup.messages.add = [](const Editor::PanelMessage& message) {
+    std::fprintf(stderr, "%s %s: %s\n", Platform::ToUtf8(message.message_class).c_str(),
+                 Platform::ToUtf8(message.source).c_str(), Platform::ToUtf8(message.text).c_str());
+  };
+  // The panel is shown when lines were skipped and the rest was done.
+  setup.messages.show = [&log] { log.failed = false; };
+}
+
 Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files_stay,
-                              std::optional<std::int32_t> shove_passes) {
+                              std::optional<std::int32_t> shove_passes, PlacementLog& log) {
   Editor::ClientSetup setup;
   setup.shove_passes = shove_passes;
   setup.options_folder = OptionsFolder();
@@ -51,6 +61,11 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
         return std::nullopt;
     }
   };
+  setup.show_message = [&answers, &log](const std::u16string& text, Platform::TDialogKind kind) {
+    log.failed |= kind == Platform::TDialogKind::Error;
+    answers.Answer(text, kind, Platform::TDialogButtons::Ok);
+  };
+  ListenToPlacement(setup, log);
   setup.teardrop_dialog = [&answers](TTeardropOptionsEx& options) {
     return answers.EditTeardropOptions(options);
   };
@@ -88,7 +103,7 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
 
 Session::Session(Answers& answers, Editor::Board* board, bool files_stay,
                  std::optional<std::int32_t> shove_passes)
-    : installation_(NewClient(answers, board, files_stay, shove_passes)) {
+    : installation_(NewClient(answers, board, files_stay, shove_passes, placement_)) {
   Platform::SetDialogProvider(
       [&answers](const std::u16string& text, Platform::TDialogKind kind, Platform::TDialogButtons buttons) {
         return answers.Answer(text, kind, buttons);

@@ -5,6 +5,7 @@
 #include "Editor/Client/Client.h"
 #include "Editor/Model/Board.h"
 #include "Ketril/Answers.h"
+#include "Ketril/PlacementSummary.h"
 
 namespace Ketril::Command {
 
@@ -22,7 +23,10 @@ class Session {
   Session& operator=(const Session&) = delete;
   ~Session();
 
+  const PlacementLog& Placement() const { return placement_; }
+
  private:
+  PlacementLog placement_;
   Editor::ClientInstallation installation_;
 };
 

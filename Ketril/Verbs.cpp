@@ -115,6 +115,12 @@ void RunRoomArrange(const ToolsLibrary& library, const char* export_name, IPCB_B
       board, ViewOf(board).Get(), options.Get());
 }
 
+void PlaceFromFile(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                   IParameterList* parameters) {
+  library.Find<void(IPCB_Board*, const std::u16string&)>(export_name)(board,
+                                                                      Required(parameters, u"FileName"));
+}
+
 // Without a position the text stays.
 void AutopositionText(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
                       IParameterList* parameters) {
@@ -169,13 +175,13 @@ const std::array kToolVerbs{
              "Turn the selected vias into free pads", false, CallWithBoard},
     ToolVerb{"apply-via-stitching", "Tools_ApplyViaStitching", "Pads and vias",
              "Flood copper with vias of its net; -D Mode=Remove takes stitchings off again", true,
-             CallWithDocumentView, false, Settings::None, StitchFields()},
+             CallWithDocumentView, false, Settings::None, Operands::None, StitchFields()},
     ToolVerb{"apply-via-shielding", "Tools_ApplyViaShielding", "Pads and vias",
              "Fence a net or what is selected with vias; -D Mode=RemoveShielding takes fences off again",
-             true, CallWithDocumentView, false, Settings::None, ShieldFields()},
+             true, CallWithDocumentView, false, Settings::None, Operands::None, ShieldFields()},
     ToolVerb{"remove-unused-pads", "Tools_RemoveUnusedPads", "Pads and vias",
              "Take the copper of pads and vias away on layers where nothing connects, or give it back", true,
-             CallWithBoard, false, Settings::None, UnusedPadsFields()},
+             CallWithBoard, false, Settings::None, Operands::None, UnusedPadsFields()},
     ToolVerb{"auto-place-align-left", "Tools_AutoPlaceAlignLeft", "Arranging",
              "Line the selection up on its left edge", false, CallWithView},
     ToolVerb{"auto-place-align-right", "Tools_AutoPlaceAlignRight", "Arranging",
@@ -249,6 +255,12 @@ const std::array kToolVerbs{
              "Put texts of the selected components beside them: -D NamePosition=top-left for the "
              "designators, CommentPosition for the comments",
              true, AutopositionText},
+    ToolVerb{"place-from-file", "Tools_PlaceFromFile", "Placing",
+             "Put components where a pick-and-place file says, with its sides, rotations and comments", false,
+             PlaceFromFile, false, Settings::None, Operands::File},
+    ToolVerb{"swap-components", "Tools_SwapComponents", "Placing",
+             "Two components, named, selected or picked, exchange their places", false, CallWithView, true,
+             Settings::None, Operands::TwoComponents},
 };
 
 constexpr std::array kSayings{

@@ -16,6 +16,8 @@ namespace Ketril::Command {
 
 // Settings of the editor that a command line may change for a tool.
 enum class Settings : std::uint8_t { None, Grid, Shove };  // the component grid; that and those of the shove
+// What stands behind the board on the command line.
+enum class Operands { None, File, TwoComponents };
 
 struct ToolVerb {
   const char* verb;
@@ -28,6 +30,7 @@ struct ToolVerb {
                IParameterList* parameters);
   bool picks = false;  // asks the user for places
   Settings settings = Settings::None;
+  Operands operands = Operands::None;        // a file goes to `call` as the parameter "FileName"
   std::span<const DialogField> fields = {};  // options that fill its dialog
 };
 

@@ -143,6 +143,19 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
   AddUnits(*verb, options);
 }
 
+void AddOperands(CLI::App& verb, Options& options, Operands operands) {
+  if (operands == Operands::File) {
+    verb.add_option("FILE", options.file,
+                    "Pick-and-place file; numbers in it that name no unit are mm, or mils with --units mil")
+        ->required();
+  } else if (operands == Operands::TwoComponents) {
+    CLI::Option* first = verb.add_option("U1", options.first, "A component, instead of --select or --pick");
+    CLI::Option* second = verb.add_option("U2", options.second, "The other one");
+    first->needs(second);
+    first->excludes("--select")->excludes("--pick");
+  }
+}
+
 void AddTools(CLI::App& app, Options& options) {
   for (const ToolVerb& tool : ToolVerbs()) {
     CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
@@ -157,6 +170,7 @@ void AddTools(CLI::App& app, Options& options) {
             field.option, [&value] { value = "yes"; }, field.help);
       }
     }
+    AddOperands(*verb, options, tool.operands);
     verb->callback([&tool, &options] { RunTool(tool, options); });
   }
 }

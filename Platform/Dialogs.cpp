@@ -33,6 +33,19 @@ bool StringEditDialog(const std::u16string& caption, std::u16string& text) {
   return true;
 }
 
+const char16_t* DialogCaption(TDialogKind kind) {
+  switch (kind) {
+    case TDialogKind::Error:
+      return u"Error";
+    case TDialogKind::Warning:
+      return u"Warning";
+    case TDialogKind::Information:
+      return u"Information";
+    default:
+      return u"Confirm";
+  }
+}
+
 void SetDialogProvider(TDialogProvider provider) {
   Provider() = std::move(provider);
 }
@@ -40,7 +53,7 @@ void SetDialogProvider(TDialogProvider provider) {
 TDialogAnswer MessageDialog(const std::u16string& text, TDialogKind kind, TDialogButtons buttons) {
   // A copy, so that the provider may be replaced while it asks.
   if (const TDialogProvider provider = Provider()) return provider(text, kind, buttons);
-  std::fprintf(stderr, "%s\n", ToUtf8(text).c_str());
+  std::fprintf(stderr, "%s: %s\n", ToUtf8(DialogCaption(kind)).c_str(), ToUtf8(text).c_str());
   return buttons == TDialogButtons::Ok ? TDialogAnswer::Ok : TDialogAnswer::Cancelled;
 }
 

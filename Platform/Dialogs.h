@@ -6,12 +6,15 @@
 
 namespace Ketril::Platform {
 
-enum class TDialogKind { Confirmation, Error, Information };
+enum class TDialogKind { Confirmation, Error, Warning, Information };
 enum class TDialogButtons { YesNo, Ok };
 enum class TDialogAnswer { Yes, No, Ok, Cancelled };
 
+// What stands above the dialog: "Confirm", "Error", "Warning", "Information".
+const char16_t* DialogCaption(TDialogKind kind);
+
 // Who shows the dialog and brings the answer. Without one, nobody is there to answer: the text goes to
-// standard error and the answer is Cancelled (Ok where that is the only button).
+// standard error, below its caption, and the answer is Cancelled (Ok where that is the only button).
 using TDialogProvider = std::function<TDialogAnswer(const std::u16string& text, TDialogKind, TDialogButtons)>;
 void SetDialogProvider(TDialogProvider provider);
 

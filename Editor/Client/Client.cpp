@@ -16,19 +16,39 @@ namespace {
 
 class DialogService final : public HostObject<IDialogService> {
  public:
-  explicit DialogService(ConfirmProvider confirm) : confirm_(std::move(confirm)) {}
+  DialogService(ConfirmProvider confirm, MessageProvider show)
+      : confirm_(std::move(confirm)), show_(std::move(show)) {}
   Status ConfirmYesNo(const std::u16string& text, bool& yes) noexcept override {
     return HostCall("IDialogService.ConfirmYesNo", [&] { yes = confirm_(text).value_or(false); });
   }
 
+  Status ShowError(const std::u16string& text) noexcept override {
+    return HostCall("IDialogService.ShowError", [&] { Show(text, Platform::TDialogKind::Error); });
+  }
+  Status ShowWarning(const std::u16string& text) noexcept override {
+    return HostCall("IDialogService.ShowWarning", [&] { Show(text, Platform::TDialogKind::Warning); });
+  }
+
  private:
+  void Show(const std::u16string& text, Platform::TDialogKind kind) const {
+    if (show_) {
+      show_(text, kind);
+    } else {
+      Platform::MessageDialog(text, kind, Platform::TDialogButtons::Ok);
+    }
+  }
   const ConfirmProvider confirm_;
+  const MessageProvider show_;
 };
 
 Client* installed_client = nullptr;
 
 IClient* GetInstalledClient() {
   return installed_client;
+}
+
+IOrvexWorkSpace* GetWorkspace() {
+  return installed_client ? installed_client->GetWorkspace() : nullptr;
 }
 
 std::u16string ForceExtension(const std::u16string& file_name, const std::u16string& extension) {
@@ -79,6 +99,9 @@ void Install(Client* client) {
   installed_client = client;
   const ClientAPI_GetClient entry = client ? &GetInstalledClient : nullptr;
   Platform::RegisterModuleEntry(kModule_Ketril, kEntry_GetClient, reinterpret_cast<void*>(entry));
+  const WorkspaceManager_GetWorkspace workspace = client ? &GetWorkspace : nullptr;
+  Platform::RegisterModuleEntry(kModule_WorkspaceManager, kEntry_GetWorkspace,
+                                reinterpret_cast<void*>(workspace));
   const auto install = [&](const char* name, auto service) {
     Platform::RegisterModuleEntry(kModule_Ketril, name, client ? reinterpret_cast<void*>(service) : nullptr);
   };
@@ -100,8 +123,9 @@ Client::Client(ClientSetup setup)
       options_(setup_.options_folder.empty() ? OptionsStore()
                                              : OptionsStore(setup_.options_folder / "KETRIL.INI")),
       server_(MakeHost<PcbServer>(setup_.teardrop_dialog,
-                                  setup_.shove_passes.value_or(StoredShovePasses(options_)))) {
-  if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm);
+                                  setup_.shove_passes.value_or(StoredShovePasses(options_)))),
+      workspace_(MakeHost<Workspace>(setup_.messages)) {
+  if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm, setup_.show_message);
 }
 
 Status Client::GetServerByName(const std::u16string& name, Ref<IInterface>& server) noexcept {
@@ -144,6 +168,13 @@ Status Client::WriteOption(const std::u16string& section, const std::u16string& 
     } catch (const std::invalid_argument&) {
       return Status::InvalidArgument;
     }
+  });
+}
+
+Status Client::RecordPlacement(std::int32_t line, const std::u16string& designator,
+                               TPlacementOutcome outcome) noexcept {
+  return HostCall("IPlacementRecorder.RecordPlacement", [&] {
+    if (setup_.record_placement) setup_.record_placement({line, designator, outcome});
   });
 }
 

@@ -9,11 +9,16 @@
 #include "Editor/Client/OptionsStore.h"
 #include "Editor/Client/PcbServer.h"
 #include "Editor/Client/UIManager.h"
+#include "Editor/Client/Workspace.h"
+#include "Platform/Dialogs.h"
 
 namespace Ketril::Editor {
 
 // Answers a Yes/No question; empty when nobody answered, which the tools take for a No.
 using ConfirmProvider = std::function<std::optional<bool>(const std::u16string& text)>;
+
+// Shows a message with an OK button, of the kind Error or Warning.
+using MessageProvider = std::function<void(const std::u16string& text, Platform::TDialogKind kind)>;
 
 // Lets the user pick a place, or two opposite corners in either order; empty when he cancels.
 using LocationPick = std::function<std::optional<TCoordPoint>(const std::u16string& prompt)>;
@@ -34,9 +39,12 @@ struct ClientSetup {
   void* current_board = nullptr;        // the handle of the board that the user sees
   // After how many waves a shove ends; without it, what the options say: [SystemOptions] ShovePassLimit.
   std::optional<std::int32_t> shove_passes = {};
+  MessageProvider show_message = {};  // null: the dialog service shows messages as the platform does
+  MessagePanel messages = {};
+  PlacementRecord record_placement = {};  // null: none is kept
 };
 
-class Client final : public HostObject<IClient> {
+class Client final : public HostObject<IClient, IPlacementRecorder> {
  public:
   // Raises std::filesystem::filesystem_error when the options are there and cannot be read.
   explicit Client(ClientSetup setup);
@@ -51,6 +59,9 @@ class Client final : public HostObject<IClient> {
                     bool& found) noexcept override;
   Status WriteOption(const std::u16string& section, const std::u16string& name,
                      const std::u16string& value) noexcept override;
+  Status RecordPlacement(std::int32_t line, const std::u16string& designator,
+                         TPlacementOutcome outcome) noexcept override;
+  IOrvexWorkSpace* GetWorkspace() const { return workspace_.Get(); }
   // "Client:OpenDocument" is the only process.
   Status RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept override;
   // There is no screen to hold still meanwhile.
@@ -61,14 +72,16 @@ class Client final : public HostObject<IClient> {
   const ClientSetup setup_;
   OptionsStore options_;
   const Ref<PcbServer> server_;
+  const Ref<Workspace> workspace_;
   Ref<IDialogService> dialogs_;
 };
 
 // Of the client that is installed; null when none is.
 const ClientSetup* InstalledSetup();
 
-// Makes a client known to the tools while it lives: what they ask the module "Ketril.dll" for is answered by
-// the client of the latest installation. Installations end in the reverse order of their begin.
+// Makes a client known to the tools while it lives: what they ask the modules "Ketril.dll" and
+// "WorkspaceManager.DLL" for is answered by the client of the latest installation. Installations end in the
+// reverse order of their begin.
 class ClientInstallation {
  public:
   explicit ClientInstallation(Ref<Client> client);

@@ -117,6 +117,7 @@ void BoardPass::FootprintWord(const Item& item, std::uint64_t key, Component& co
 void BoardPass::EndFootprint(Component& component, const FootprintWords& words) {
   const bool no_bom = !words.no_bom.text.empty();
   if (!edits_) {
+    component.data.flipped = IsBottomSide(component.state.layer);
     component.data.kind = words.is_tie ? (no_bom ? eComponentKind_NetTie_NoBOM : eComponentKind_NetTie_BOM)
                           : no_bom     ? eComponentKind_Standard_NoBOM
                                        : eComponentKind_Standard;

@@ -61,7 +61,7 @@ struct BoardText {
 // Lives as long as somebody holds it. When it dies, objects that are still held stay as they are, on no
 // board.
 class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure,
-                                           IPCB_BoardMessages, IPCB_BoardRooms> {
+                                           IPCB_BoardMessages, IPCB_BoardRooms, IPCB_BoardUnions> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
   struct Data {};
@@ -214,6 +214,9 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
                                       free_objects, unions))
   KETRIL_HOST_READ(IPCB_BoardRooms, Ref<IPCB_RoomArrangeOptions>, RoomArrangeOptions, room_options_)
 
+  KETRIL_HOST_METHOD(IPCB_BoardUnions, AddToUnion, (std::int32_t union_index, IPCB_Primitive* object),
+                     PutIntoUnion(union_index, FromInterface(object)))
+
   Status GetState_Area(double& value) noexcept override;
   Status GetState_CopperBodyList(Ref<IPCB_CopperBodyList>& value) noexcept override;
   // As of when the bodies were listed; without a list, as of now.
@@ -225,6 +228,7 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
   std::uint64_t clearances_revision_ = 0;
   ~Board() override;
   struct SavedBoard;
+  Status PutIntoUnion(std::int32_t union_index, Primitive* object);
   void RemoveWithMembers(Primitive& primitive);
   // Without journal and mark, the object alone.
   void Enter(Primitive& primitive);

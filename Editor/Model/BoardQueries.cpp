@@ -127,4 +127,11 @@ Status Board::ProcessLayers(IPCB_LayerProcessInterface* callback) {
   return Status::Ok;
 }
 
+Status Board::PutIntoUnion(std::int32_t union_index, Primitive* object) {
+  if (!object || union_index < 0) return Status::InvalidArgument;
+  if (object->board != this || !object->on_board) return Status::NotOnBoard;
+  object->Write([&] { object->state.union_index = union_index; });
+  return Status::Ok;
+}
+
 }  // namespace Ketril::Editor

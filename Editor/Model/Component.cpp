@@ -39,9 +39,26 @@ void Component::TransformSelf(const PlaneMap& map) {
   data.rotation = map.Angle(data.rotation);
 }
 
-void Component::Flip() {
+void Component::SetFlipped(bool flipped) {
+  if (flipped == data.flipped) return;
   Transform(PlaneMap::Mirror(data.reference.x));
+  data.flipped = flipped;
+}
+
+void Component::Flip() {
+  SetFlipped(!data.flipped);
   MirrorLayers();
+}
+
+void Component::FlipInPlace() {
+  Extent pads;
+  for (const Ref<Primitive>& member : Members()) {
+    if (member->kind == ePadObject) pads.Add(member->Bounds());
+  }
+  const TCoordRect box = pads.Rect(data.reference);
+  const std::int64_t way = std::int64_t{box.x1} + box.x2 - std::int64_t{2} * data.reference.x;
+  Flip();
+  Transform(PlaneMap::Translation(way, 0));
 }
 
 void Component::Rotate(TCoordPoint center, double degrees) {
@@ -53,6 +70,14 @@ void Component::SetSide(TV7_Layer layer, bool with_members) {
     for (const Ref<Primitive>& member : Members()) member->MirrorLayers();
   }
   state.layer = layer;
+}
+
+Status Component::KeepText(Text* text, TTextAutoposition& kept, TTextAutoposition position) {
+  if (position > eAutoPos_BottomRight) return Status::InvalidArgument;
+  if (position == kept) return Status::Ok;
+  Write([&] { kept = position; });
+  PutText(text, position);
+  return Status::Ok;
 }
 
 bool Component::PutText(Text* text, TTextAutoposition position) {

@@ -14,6 +14,9 @@ struct ComponentData {
   std::u16string pattern;  // library and name of the footprint, as "Package:QFN32"
   TComponentKind kind = eComponentKind_Standard;
   std::u16string description;
+  bool flipped = false;  // the members lie mirrored; of a file, so they do on the bottom
+  TTextAutoposition name_position = eAutoPos_Manual;  // no file keeps these two
+  TTextAutoposition comment_position = eAutoPos_Manual;
   friend bool operator==(const ComponentData&, const ComponentData&) = default;
 };
 
@@ -30,8 +33,11 @@ class Component final : public GroupObject<Component, IPCB_Component2> {
   TCoordPoint Reference() const override { return data.reference; }
   std::u16string Identifier() const override { return Designator(); }
 
-  // Data only; the same twice leaves every member as it was.
+  // Data only; the same twice leaves every member as it was. To the other side, about the vertical line
+  // through the reference point, or so that the middle of the pads' box stays where it is.
   void Flip();
+  void FlipInPlace();
+  void SetFlipped(bool flipped);  // the members mirrored, on the layers that they are on
   void Rotate(TCoordPoint center, double degrees);
   void SetSide(TV7_Layer layer, bool with_members);
   // An edit of the text: next to the component's box, a stroke's width away, where the position says as seen
@@ -49,6 +55,15 @@ class Component final : public GroupObject<Component, IPCB_Component2> {
   // Writing turns the component about its reference point.
   KETRIL_HOST_PAIR(IPCB_Component, double, Rotation, data.rotation,
                    WriteWithMembers([&] { Rotate(data.reference, value - data.rotation); }))
+  KETRIL_HOST_PAIR(IPCB_Component, bool, Flipped, data.flipped, WriteWithMembers([&] { SetFlipped(value); }))
+  KETRIL_HOST_READ(IPCB_Component, TTextAutoposition, NameAutoposition, data.name_position)
+  KETRIL_HOST_READ(IPCB_Component, TTextAutoposition, CommentAutoposition, data.comment_position)
+  KETRIL_HOST_METHOD(IPCB_Component, ChangeNameAutoposition, (TTextAutoposition position),
+                     KeepText(NameText(), data.name_position, position))
+  KETRIL_HOST_METHOD(IPCB_Component, ChangeCommentAutoposition, (TTextAutoposition position),
+                     KeepText(CommentText(), data.comment_position, position))
+  KETRIL_HOST_PAIR(IPCB_Primitive, TV7_Layer, Layer, state.layer,
+                   WriteWithMembers([&] { SetSide(value, true); }))
   KETRIL_HOST_METHOD(IPCB_Component2, SetLayer, (TV7_Layer layer, bool fix_layer),
                      WriteWithMembers([&] { SetSide(layer, fix_layer); }))
   KETRIL_HOST_METHOD(IPCB_Component2, RotateAroundXY, (TCoord x, TCoord y, double degrees),
@@ -59,9 +74,10 @@ class Component final : public GroupObject<Component, IPCB_Component2> {
                      void(placed = PutText(NameText(), position)))
   KETRIL_HOST_METHOD(IPCB_Component2, PlaceCommentAutoposition, (TTextAutoposition position, bool& placed),
                      void(placed = PutText(CommentText(), position)))
-  KETRIL_HOST_METHOD(IPCB_Component2, FlipComponent, (), WriteWithMembers([&] { Flip(); }))
+  KETRIL_HOST_METHOD(IPCB_Component2, FlipComponent, (), WriteWithMembers([&] { FlipInPlace(); }))
 
  private:
+  Status KeepText(Text* text, TTextAutoposition& kept, TTextAutoposition position);
   Text* TextOf(TextRole role) const;
   std::u16string PatternName() const;  // without the library
   void TransformSelf(const PlaneMap& map) override;

@@ -197,7 +197,7 @@ bool PassesMethod(const Primitive& primitive, TIterationMethod method) {
     case eProcessFree:
       return !owner;
     case eProcessComponent:
-      return owner && owner->kind == eComponentObject;
+      return primitive.kind == eComponentObject || (owner && owner->kind == eComponentObject);
     default:
       return true;
   }

@@ -143,7 +143,8 @@ void Pad::Transform(const PlaneMap& map) {
   data.rotation = map.Angle(data.rotation);
   if (!map.Mirrors()) return;
   // Turning the board over left to right is a mirroring top to bottom and half a turn, which `Angle` has.
-  data.hole_rotation = 0 - data.hole_rotation;
+  // A slot along an axis of the pad lies as it did.
+  if (std::remainder(data.hole_rotation, 90) != 0) data.hole_rotation = 0 - data.hole_rotation;
   for (PadLayer& entry : data.stack) Mirror(entry);
 }
 

@@ -229,6 +229,11 @@ Status Primitive::AssignOwner(const InterfaceId& id, IPCB_Primitive* value) {
   return Status::Ok;
 }
 
+void Primitive::TurnBy(double degrees) {
+  if (degrees == 0) return;
+  WriteWithMembers([&] { Transform(PlaneMap::Rotation(Reference(), degrees)); });
+}
+
 bool Primitive::IsMoveable() const {
   return !Has(kFlag_Locked) && !(owner_ && owner_->Has(kFlag_Locked));
 }

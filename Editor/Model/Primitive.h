@@ -189,6 +189,7 @@ class Primitive : public IInterface {
   bool IsMoveable() const;  // neither it nor its owner is locked
   void MoveTo(TCoordPoint place);
   void MoveBy(std::int64_t dx, std::int64_t dy);
+  void TurnBy(double degrees);  // about the reference point
   void BeginEdit();
   void EndEdit();
   void CancelEdit();

@@ -80,6 +80,7 @@ class PrimitiveObject : public HostObject<Interfaces..., Core> {
                      void(rectangle = this->Bounds()))
   KETRIL_HOST_METHOD(IPCB_Primitive, MoveByXY, (TCoord dx, TCoord dy), this->MoveBy(dx, dy))
   KETRIL_HOST_METHOD(IPCB_Primitive, MoveToXY, (TCoord x, TCoord y), this->MoveTo({x, y}))
+  KETRIL_HOST_METHOD(IPCB_Primitive, RotateBy, (double degrees), this->TurnBy(degrees))
   KETRIL_HOST_METHOD(IPCB_Primitive, BeginModify, (), this->BeginEdit())
   KETRIL_HOST_METHOD(IPCB_Primitive, EndModify, (), this->EndEdit())
   KETRIL_HOST_METHOD(IPCB_Primitive, CancelModify, (), this->CancelEdit())

@@ -126,6 +126,26 @@ class AllTurned final : public BoardFile {
   }
 };
 
+// Turned over and back again.
+class FlippedTwice final : public BoardFile {
+ public:
+  using BoardFile::BoardFile;
+  void TestBody() override {
+    board_->objects.ForEach({eComponentObject}, [&](Primitive& object) {
+      auto& component = static_cast<Component&>(object);
+      ASSERT_EQ(component.FlipComponent(), Status::Ok);
+    });
+    ExpectReadsBack(4);
+    board_->objects.ForEach({eComponentObject}, [&](Primitive& object) {
+      ASSERT_EQ(static_cast<Component&>(object).FlipComponent(), Status::Ok);
+    });
+    const auto before = Lines(board_->file.text), after = Lines(WriteBoardText(*board_));
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t line = 0; line < before.size(); ++line)
+      ASSERT_EQ(before[line], after[line]) << "line " << line + 1;
+  }
+};
+
 class Thinned final : public BoardFile {
  public:
   using BoardFile::BoardFile;
@@ -177,6 +197,7 @@ int Run(int argc, char** argv) {
     Register<OneMoved>("OneMoved", entry.path());
     Register<AllMoved>("AllMoved", entry.path());
     Register<AllTurned>("AllTurned", entry.path());
+    Register<FlippedTwice>("FlippedTwice", entry.path());
     Register<Thinned>("Thinned", entry.path());
     Register<CutOff>("CutOff", entry.path());
     RegisterToolRuns(entry.path());

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <sstream>
 
 #include "DLLs/Tools/Frame/PCBServer.h"
@@ -171,6 +172,50 @@ class PlainRun final : public ToolRun {
   Tool tool_;
 };
 
+// Components that change places, the first with the last and so on, and change back: to the byte, where they
+// turned by right angles, else but for what turning twice rounds.
+class SwapRun final : public ToolRun {
+ public:
+  using ToolRun::ToolRun;
+  void TestBody() override {
+    for (const bool by_right_angles : {true, false}) {
+      const std::vector<Pair> pairs = Pairs(by_right_angles);
+      SwapAll(pairs);
+      const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
+      EXPECT_EQ(Differences(DescribeBoard(*board_), DescribeBoard(*again), 4), "");
+      SwapAll(pairs);
+      EXPECT_EQ(Differences(before_, DescribeBoard(*board_), by_right_angles ? 0.1 : 3), "");
+      EXPECT_TRUE(!by_right_angles || Editor::WriteBoardText(*board_) == board_->file.text);
+    }
+    ExpectUndoes();
+  }
+
+ private:
+  using Pair = std::pair<Editor::Component*, Editor::Component*>;
+
+  std::vector<Pair> Pairs(bool by_right_angles) const {
+    std::vector<Editor::Component*> parts;
+    board_->objects.ForEach({eComponentObject}, [&](Primitive& part) {
+      if (!part.Has(Editor::kFlag_Locked)) parts.push_back(Editor::As<Editor::Component>(&part));
+    });
+    std::vector<Pair> pairs;
+    for (std::size_t i = 0; i < std::min<std::size_t>(parts.size() / 2, 60); ++i) {
+      const Pair pair = {parts[i], parts[parts.size() - 1 - i]};
+      const double turn = pair.first->data.rotation - pair.second->data.rotation;
+      if ((std::remainder(turn, 90) == 0) == by_right_angles) pairs.push_back(pair);
+    }
+    return pairs;
+  }
+
+  void SwapAll(const std::vector<Pair>& pairs) {
+    for (const auto& [first, second] : pairs) {
+      for (Primitive* part : {first, second}) part->SetFlag(Editor::kFlag_Selected, true);
+      Tools_SwapComponents(board_.Get(), nullptr);
+      for (Primitive* part : {first, second}) part->SetFlag(Editor::kFlag_Selected, false);
+    }
+  }
+};
+
 struct Row {
   const char* name;
   const char* selection;
@@ -216,6 +261,7 @@ void Register(const std::string& run, const std::filesystem::path& path,
 void RegisterToolRuns(const std::filesystem::path& path) {
   Register("TeardropsCurved", path, [path] { return new TeardropRun(path, u"1000"); });
   Register("TeardropsStraight", path, [path] { return new TeardropRun(path, u"1016"); });
+  Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
 }

@@ -5,6 +5,8 @@
 #include "DLLs/Tools/Placement/AlignTool.h"
 #include "DLLs/Tools/Placement/AutoPlaceNew.h"
 #include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
+#include "DLLs/Tools/Placement/PlaceFromFile.h"
+#include "DLLs/Tools/Placement/SwapComponents.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
 #include "DLLs/Tools/Vias/UnusedPads.h"
@@ -174,6 +176,13 @@ void Tools_ShoveComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView
 void Tools_AutopositionText(IPCB_Board* ABoard, TTextAutoposition ANamePosition,
                             TTextAutoposition ACommentPosition, bool ASkipName, bool ASkipComment) {
   RunTool<kStandard>(AutopositionText, ABoard, ANamePosition, ACommentPosition, ASkipName, ASkipComment);
+}
+
+void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName) {
+  RunTool<kStandard>(PlaceFromFile, ABoard, AFileName);
+}
+void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
+  RunOnInterfaces(SwapComponents, ABoard, AView);
 }
 
 }  // namespace Ketril

@@ -4,9 +4,9 @@
 
 namespace Ketril::Tools {
 
-TProgress::TProgress(TBoard* board, const std::u16string& caption)
+TProgress::TProgress(TBoard* board, const std::u16string& caption, bool can_cancel)
     : progress_(On(board->IBoard()).Read(&IPCB_Board::GetState_Progress)) {
-  if (progress_) On(progress_).Call(&IPCB_Progress::Start, caption, true);
+  if (progress_) On(progress_).Call(&IPCB_Progress::Start, caption, can_cancel);
 }
 
 TProgress::~TProgress() noexcept(false) {

@@ -14,8 +14,8 @@ namespace Ketril::Tools {
 // exception is on its way already.
 class TProgress {
  public:
-  // `caption` says what to press: the user can cancel.
-  TProgress(TBoard* board, const std::u16string& caption);
+  // A caption says what to press where the user can cancel.
+  TProgress(TBoard* board, const std::u16string& caption, bool can_cancel = true);
   ~TProgress() noexcept(false);
   TProgress(const TProgress&) = delete;
   TProgress& operator=(const TProgress&) = delete;

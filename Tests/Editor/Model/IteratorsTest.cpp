@@ -116,7 +116,7 @@ TEST(BoardIterator, Filters) {
                eProcessAll,
                {eTrackObject, eViaObject}},
            Row{"free", {ePadObject, eViaObject}, {}, eProcessFree, {eViaObject}},
-           Row{"of components", TObjectSet::All(), {}, eProcessComponent, {ePadObject}},
+           Row{"of components", TObjectSet::All(), {}, eProcessComponent, {eComponentObject, ePadObject}},
        }) {
     SCOPED_TRACE(row.name);
     const Ref<IPCB_BoardIterator> iterator = MakeBoardIterator(*board);

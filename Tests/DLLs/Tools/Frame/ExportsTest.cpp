@@ -71,6 +71,8 @@ TEST_F(Exports, AreTheseAndNothingElse) {
       "Tools_RunArrangeToRoom",
       "Tools_RunArrangeToRoomRule",
       "Tools_RunRoomArrange",
+      "Tools_PlaceFromFile",
+      "Tools_SwapComponents",
       "Tools_GetCurrentTeardropOptions",
       "Tools_GetViaShieldingCommandState",
       "Tools_GetViaStitchingCommandState",

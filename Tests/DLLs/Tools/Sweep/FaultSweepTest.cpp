@@ -2,6 +2,8 @@
 // failure a few calls later: whatever fails, the exception reaches the caller and nothing is left open.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
@@ -17,7 +19,9 @@
 #include "Editor/Rules/Rule.h"
 #include "Editor/Vias/ViaOptions.h"
 #include "Interfaces/Tools.h"
+#include "Platform/Dialogs.h"
 #include "Platform/Messages.h"
+#include "Platform/TempFiles.h"
 #include "Tests/Support/BoardFromText.h"
 
 namespace Ketril {
@@ -153,6 +157,34 @@ void PlaceTexts(IPCB_Board* board) {
   Tools_AutopositionText(board, eAutoPos_TopLeft, eAutoPos_BottomRight, false, false);
 }
 
+// A failure of the host while it places ends in a dialog, which counts as an exception here.
+void PlaceFromFile(IPCB_Board* board) {
+  const std::filesystem::path file = Platform::MakeTempFile("place-");
+  std::ofstream(file) << "Norvan Studio Pick and Place Locations\nUnits used: mil\n\n"
+                         "Designator Layer Center-X Center-Y Rotation Comment\n"
+                         "U1 B 100 200 90 22k\nU2 T 1 2 3\nU3 B 1 2 3 x\n";
+  int errors = 0;
+  Platform::SetDialogProvider([&](const std::u16string& text, auto, auto) {
+    errors += text.starts_with(u"Problem") ? 1 : 0;
+    return Platform::TDialogAnswer::Ok;
+  });
+  try {
+    Tools_PlaceFromFile(board, file.u16string());
+  } catch (const std::exception&) {
+    ++errors;
+  }
+  Platform::SetDialogProvider(nullptr);
+  std::filesystem::remove(file);
+  if (errors > 0) throw std::runtime_error("a failure was told");
+}
+
+void SwapSelected(IPCB_Board* board) {
+  dynamic_cast<Editor::Board&>(*board).objects.ForEach(TObjectSet::All(), [](Editor::Primitive& object) {
+    object.SetFlag(Editor::kFlag_Selected, object.kind == eComponentObject);
+  });
+  Tools_SwapComponents(board, ViewOf(board).Get());
+}
+
 std::int32_t picks = 0;  // of this run: the user cancels after a few
 
 Editor::ClientSetup UserWithPicks() {
@@ -219,6 +251,9 @@ const SweptExport kExports[] = {
     {"CompGridCorrectDownY", Correct<Tools_CompGridCorrectDownY>},
     {"ShoveComponents", Shove},
     {"AutopositionText", PlaceTexts},
+    {"PlaceFromFile", PlaceFromFile},
+    {"SwapComponents", SwapSelected},
+    {"SwapComponentsByPick", WithView<Tools_SwapComponents>},
     {"TearDrops", AddTeardrops},
     {"TearDropsByDialog", TeardropsByDialog},
     {"GetCurrentTeardropOptions", TeardropOptions},
@@ -248,6 +283,7 @@ constexpr const char* kBoard = R"(
   region 0,0 100,0 100,100 top net A
   region 600,0 900,0 900,300 600,300 top net GND
   region 600,0 900,0 900,300 600,300 bottom net GND
+  component U2 at 900,500 bottom rot 90 union 3 { pad 0,0 60x60 top name 1 ; text 0,80 "22k" comment }
   component U1 at 500,500 { pad -50,0 60x60 hole 30 name 1 net A selected ; text 0,80 "10k" comment }
 )";
 

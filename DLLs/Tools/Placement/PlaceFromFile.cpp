@@ -1,0 +1,240 @@
+#include "DLLs/Tools/Placement/PlaceFromFile.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "DLLs/Tools/Frame/MessageDialogs.h"
+#include "DLLs/Tools/Frame/NumberText.h"
+#include "DLLs/Tools/Frame/PCBServer.h"
+#include "DLLs/Tools/Frame/PrimitivesGroups.h"
+#include "DLLs/Tools/Frame/Progress.h"
+#include "DLLs/Tools/Frame/Workspace.h"
+#include "DLLs/Tools/Geometry/Rounding.h"
+#include "DLLs/Tools/Placement/PickAndPlaceFile.h"
+#include "DLLs/Tools/Placement/Utilities.h"
+#include "Interfaces/Placement.h"
+#include "Platform/TextFiles.h"
+
+namespace Ketril::Tools {
+
+namespace {
+
+constexpr TCoord kBeyondPads = 999990000;
+constexpr std::int32_t kWarningImage = 72;
+
+// Tells the client, where it keeps such a record, what became of a line.
+void Record(const Platform::TTextLines& lines, const std::u16string& designator, TPlacementOutcome outcome) {
+  if (const auto recorder = Probe<IPlacementRecorder>(Client()))
+    On(recorder).Call(&IPlacementRecorder::RecordPlacement, lines.Number(), designator, outcome);
+}
+
+// The middle of the box of the pads; (0, 0) without any.
+TCoordPoint CenterOfPads(TComp* component) {
+  TCoordRect box{kBeyondPads, kBeyondPads, -kBeyondPads, -kBeyondPads};
+  component->ProcessItems(
+      [&](TPrimitive* pad) {
+        const TCoordRect of_pad = pad->GetState_BoundingRectangle();
+        box = {std::min(box.x1, of_pad.x1), std::min(box.y1, of_pad.y1), std::max(box.x2, of_pad.x2),
+               std::max(box.y2, of_pad.y2)};
+      },
+      {ePadObject});
+  const auto middle = [](TCoord low, TCoord high) {
+    return static_cast<TCoord>((std::int64_t{low} + high) / 2);
+  };
+  return {middle(box.x1, box.x2), middle(box.y1, box.y2)};
+}
+
+// One run over a file.
+class TPlacement {
+ public:
+  TPlacement(TBoard* board, const std::u16string& file_name)
+      : board_(board), lines_(file_name), progress_(board, u"Placing components", false) {
+    progress_.SetMaximum(board->GetPrimitiveCount({eComponentObject}, kHitLayers, eProcessComponent));
+  }
+  void RunHeaded();
+  void RunFixed(bool is_csv);
+
+ private:
+  std::optional<TPickPlaceColumns> ReadHeader();
+  bool RunHeadedLine(const TPickPlaceColumns& columns, const std::u16string& line);
+  void Skip(const std::u16string& designator, const std::u16string& why, TPlacementOutcome outcome);
+  TComp* FindMoveable(const std::u16string& designator);
+  std::optional<TCoordPoint> TargetOf(const TPickPlaceLine& values);
+  void Place(TComp* component, TCoordPoint target, const TPickPlaceLine& values, bool is_headed);
+
+  TBoard* const board_;
+  Platform::TTextLines lines_;
+  TProgress progress_;
+};
+
+// The component of the name; null when it is not to be placed.
+TComp* TPlacement::FindMoveable(const std::u16string& designator) {
+  TComp* const component = board_->Getstate_ComponentByName(designator);
+  if (component && component->Moveable()) return component;
+  Record(lines_, designator, component ? ePlacement_Locked : ePlacement_Unknown);
+  return nullptr;
+}
+
+std::optional<TCoordPoint> TPlacement::TargetOf(const TPickPlaceLine& values) {
+  const TUnit unit = board_->GetState_DisplayUnit();
+  const auto x = ReadPickPlaceCoord(values.X, unit), y = ReadPickPlaceCoord(values.Y, unit);
+  if (!x || !y) return std::nullopt;
+  const std::int64_t board_x = std::int64_t{*x} + board_->OriginX();
+  const std::int64_t board_y = std::int64_t{*y} + board_->OriginY();
+  const TCoordPoint target = {SaturateToCoord(board_x), SaturateToCoord(board_y)};
+  if (target.x != board_x || target.y != board_y) return std::nullopt;
+  return target;
+}
+
+// The layer that a text asks for; empty for none.
+std::optional<TV7_Layer> LayerOf(const std::u16string& side, bool is_headed) {
+  if (side.starts_with(u'T')) return eV6_TopLayer;
+  if (side.empty() && !is_headed) throw Exception("a line of the pick-and-place file ends before its side");
+  if (side.starts_with(u'B') || !is_headed) return eV6_BottomLayer;
+  return std::nullopt;
+}
+
+void TPlacement::Place(TComp* component, TCoordPoint target, const TPickPlaceLine& values, bool is_headed) {
+  const TCoordPoint center = CenterOfPads(component);
+  MoveInBracket(component, [&] {
+    const auto moved = [](TCoord from, TCoord to, TCoord at) {
+      return SaturateToCoord(std::int64_t{at} + to - from);
+    };
+    if (!is_headed || center != target)
+      component->MoveToXY(moved(center.x, target.x, component->x()),
+                          moved(center.y, target.y, component->y()));
+    const auto layer = LayerOf(values.Side, is_headed);
+    if (layer && component->Layer() != *layer) component->FlipComponent();
+    if (const auto rotation = TextToDouble(values.Rotation)) {
+      const double turn = *rotation - component->Rotation();
+      if (turn != 0) component->SetState_RotateAroundXY(target.x, target.y, turn);
+    }
+    const std::u16string_view comment = Platform::Trim(values.Comment);
+    if (comment.empty()) return;
+    if (TText* const text = component->Comment()) text->SetState_String(std::u16string(comment));
+  });
+  board_->SetState_DocumentHasChanged();
+  Record(lines_, values.Designator, ePlacement_Placed);
+}
+
+// --- headed files ---
+
+// Empty when the header cannot be used, which the user is told.
+std::optional<TPickPlaceColumns> TPlacement::ReadHeader() {
+  std::u16string line, units;
+  while (units.empty() && lines_.Next(line)) units = UnitsOfHeaderLine(line);
+  std::u16string error;
+  if (units.empty()) {
+    error = u"\rUnits not found in header.";
+  } else if (lines_.AtEnd()) {
+    error = u"\rNo data in file.";
+  } else {
+    lines_.Next(line);
+    if (!lines_.Next(line)) line.clear();
+    const TPickPlaceColumns columns(line, units);
+    error = columns.Missing();
+    if (error.empty()) return columns;
+  }
+  ShowErrorDialog(u"Could not read pick and place file header:" + error);
+  return std::nullopt;
+}
+
+void TPlacement::Skip(const std::u16string& designator, const std::u16string& why,
+                      TPlacementOutcome outcome) {
+  if (const Ref<IOrvexWorkSpace> workspace = Workspace()) {
+    On(workspace).Call(&IOrvexWorkSpace::AddMessage, u"[Warning]", u"Skipped component " + designator + why,
+                       u"Place From File", kWarningImage);
+  }
+  Record(lines_, designator, outcome);
+}
+
+// False when the line was skipped with a message.
+bool TPlacement::RunHeadedLine(const TPickPlaceColumns& columns, const std::u16string& line) {
+  const auto skip = [&](const TPickPlaceLine& values, const char16_t* why, TPlacementOutcome outcome) {
+    Skip(values.Designator, why, outcome);
+    return false;
+  };
+  constexpr const char16_t* kInvalid = u", invalid data found";
+  TPickPlaceLine values;
+  if (!columns.Read(line, values))
+    return skip(values, u", incorrect number of data columns found", ePlacement_WrongColumns);
+  if (values.Designator.empty() || values.X.empty() || values.Y.empty() || values.Side.empty() ||
+      values.Rotation.empty()) {
+    return skip(values, kInvalid, ePlacement_InvalidData);
+  }
+  TComp* const component = FindMoveable(values.Designator);
+  if (!component) return true;
+  const auto target = TargetOf(values);
+  if (!target) return skip(values, kInvalid, ePlacement_InvalidData);
+  progress_.Step();
+  Place(component, *target, values, true);
+  return true;
+}
+
+void TPlacement::RunHeaded() {
+  const auto columns = ReadHeader();
+  if (!columns) return;
+  bool skipped = false;
+  for (std::u16string line; lines_.Next(line);) skipped |= !RunHeadedLine(*columns, line);
+  if (!skipped) return;
+  ShowErrorDialog(
+      u"Invalid data found in pick and place file, some components were skipped, see messages panel for "
+      u"details\rMake sure any data entries containing spaces are enclosed in quotes");
+  if (const Ref<IOrvexWorkSpace> workspace = Workspace())
+    On(workspace).Call(&IOrvexWorkSpace::ShowMessagePanel);
+}
+
+// --- files in fixed columns ---
+
+void TPlacement::RunFixed(bool is_csv) {
+  std::u16string line;
+  lines_.Next(line);
+  while (lines_.Next(line)) {
+    const TPickPlaceLine values = ReadFixedLine(line, is_csv);
+    TComp* const component = values.Designator.empty() ? nullptr : FindMoveable(values.Designator);
+    if (!component) continue;
+    progress_.Step();
+    try {
+      const auto target = TargetOf(values);
+      if (!target) throw Exception("a coordinate of the pick-and-place file is none");
+      Place(component, *target, values, false);
+    } catch (const EHostError&) {
+      throw;
+    } catch (const Exception&) {
+      Record(lines_, values.Designator, ePlacement_InvalidData);
+      throw;
+    }
+  }
+}
+
+// A file that cannot be read at all has no layout.
+TPickPlaceLayout LayoutOf(const std::u16string& file_name) {
+  try {
+    std::u16string first_line;
+    Platform::TTextLines lines(file_name);
+    lines.Next(first_line);
+    return PickPlaceLayoutOf(first_line, file_name);
+  } catch (const std::exception&) {
+    return TPickPlaceLayout::Unknown;
+  }
+}
+
+}  // namespace
+
+void PlaceFromFile(TBoard* ABoard, const std::u16string& AFileName) {
+  const TPickPlaceLayout layout = LayoutOf(AFileName);
+  if (layout == TPickPlaceLayout::Unknown) return ShowErrorDialog(u"Unknown pick and place file format");
+  try {
+    TPlacement placement(ABoard, AFileName);
+    if (layout == TPickPlaceLayout::Headed) {
+      placement.RunHeaded();
+    } else {
+      placement.RunFixed(layout == TPickPlaceLayout::CSV);
+    }
+  } catch (const std::exception&) {
+    ShowErrorDialog(u"Problem encountered with pick and place file, check format.");
+  }
+}
+
+}  // namespace Ketril::Tools
