@@ -89,15 +89,16 @@ TPlaceFinder::TPlaceFinder(TBoard* board)
 bool TPlaceFinder::PushAway(TComp* o, TComp* c) {
   if (!o->Moveable()) return false;
   const TBody body = BodyOf(o);
-  const std::vector<TPlace> places = PlacesAround(body, BodyOf(c));
-  const std::vector<TCoordRect> obstacles = ObstaclesOf(places);
-  for (const TPlace& place : places) {
-    const auto is_in_the_way = [&](const TCoordRect& obstacle) {
-      return RectanglesOverlap(place.Room, obstacle);
+  for (const std::vector<TPlace>& places : PlacesAround(body, BodyOf(c))) {
+    const std::vector<TCoordRect> obstacles = ObstaclesOf(places);
+    const auto is_free = [&](const TPlace& place) {
+      return std::ranges::none_of(
+          obstacles, [&](const TCoordRect& obstacle) { return RectanglesOverlap(place.Room, obstacle); });
     };
-    if (std::ranges::any_of(obstacles, is_in_the_way)) continue;
-    const TCoord x = WrapToCoord(body.Reference.x + place.Center.x - body.Center.x);
-    const TCoord y = WrapToCoord(body.Reference.y + place.Center.y - body.Center.y);
+    const auto found = std::ranges::find_if(places, is_free);
+    if (found == places.end()) continue;
+    const TCoord x = WrapToCoord(body.Reference.x + found->Center.x - body.Center.x);
+    const TCoord y = WrapToCoord(body.Reference.y + found->Center.y - body.Center.y);
     MoveInBracket(o, [&] { o->MoveToXY(x, y); });
     return true;
   }
@@ -123,19 +124,20 @@ TCoord TPlaceFinder::ClearanceOf(const TComp* component) const {
 
 // In the order in which they are tried: eight displacements from the centre of `c`, each with those beside
 // it. An axis without a displacement keeps the centre of `o`. What reaches beyond the board is left out.
-std::vector<TPlaceFinder::TPlace> TPlaceFinder::PlacesAround(const TBody& o, const TBody& c) const {
+std::vector<std::vector<TPlaceFinder::TPlace>> TPlaceFinder::PlacesAround(const TBody& o,
+                                                                          const TBody& c) const {
   const double grid_x = FBoard->ComponentGridSizeX(), grid_y = FBoard->ComponentGridSizeY();
   const TCoord x1 = FBoard->BoardMinimumX(), y1 = FBoard->BoardMinimumY();
   const TCoord x2 = FBoard->BoardMaximumX(), y2 = FBoard->BoardMaximumY();
   const std::int64_t half_width = Half(o.Width), half_height = Half(o.Height);
-  std::vector<TPlace> places;
+  std::vector<std::vector<TPlace>> places;
   const auto add = [&](TPoint p) {
     if (p.x - half_width < x1 || p.y - half_height < y1 || p.x + half_width > x2 || p.y + half_height > y2)
       return;
     // What lies on the board has coordinates of 32 bits.
-    places.push_back({p,
-                      {WrapToCoord(p.x - half_width), WrapToCoord(p.y - half_height),
-                       WrapToCoord(p.x + half_width), WrapToCoord(p.y + half_height)}});
+    places.back().push_back({p,
+                             {WrapToCoord(p.x - half_width), WrapToCoord(p.y - half_height),
+                              WrapToCoord(p.x + half_width), WrapToCoord(p.y + half_height)}});
   };
   const auto on_grid = [&](std::int64_t x, std::int64_t y) -> TPoint {
     return {AxisToGrid(x, o.Center.x, o.Reference.x, grid_x),
@@ -143,6 +145,7 @@ std::vector<TPlaceFinder::TPlace> TPlaceFinder::PlacesAround(const TBody& o, con
   };
   for (const auto& [dx, dy] : Displacements(o.Center.x - c.Center.x, o.Center.y - c.Center.y,
                                             Half(c.Width) + half_width, Half(c.Height) + half_height)) {
+    places.emplace_back();
     const TPoint target =
         on_grid(dx != 0 ? c.Center.x + dx : o.Center.x, dy != 0 ? c.Center.y + dy : o.Center.y);
     add(target);

@@ -54,7 +54,7 @@ class TPlaceFinder {
 
   TBody BodyOf(TComp* component) const;
   TCoord ClearanceOf(const TComp* component) const;
-  std::vector<TPlace> PlacesAround(const TBody& o, const TBody& c) const;
+  std::vector<std::vector<TPlace>> PlacesAround(const TBody& o, const TBody& c) const;
   std::vector<TCoordRect> ObstaclesOf(const std::vector<TPlace>& places);
 
   TBoard* const FBoard;
