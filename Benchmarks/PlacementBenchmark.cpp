@@ -102,11 +102,7 @@ void ShoveAllWaves(benchmark::State& state) {
 }
 
 BENCHMARK(ToGrid)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMillisecond)->Complexity();
-BENCHMARK(ShoveTenWaves)
-    ->RangeMultiplier(10)
-    ->Range(100, 100000)
-    ->Unit(benchmark::kMillisecond)
-    ->Complexity();
+BENCHMARK(ShoveTenWaves)->RangeMultiplier(10)->Range(100, 100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ShoveAllWaves)->RangeMultiplier(4)->Range(64, 4096)->Unit(benchmark::kMillisecond)->Complexity();
 
 }  // namespace

@@ -83,12 +83,12 @@ std::string BoardOfTrackEnds(std::int64_t tracks, TrackEnd end) {
 }
 
 std::string BoardOfComponents(std::int64_t components, double pitch) {
-  constexpr double kMargin = 10;  // mm, of the board around the components
   std::string text = Header();
   char line[500];
   const std::int64_t columns = Columns(components);
+  const double margin = 10 + static_cast<double>(columns);  // mm, of the board around the components
   const auto place = [&](std::int64_t n) {
-    return kMargin + static_cast<double>(n) * pitch + static_cast<double>(n / 4);
+    return margin + static_cast<double>(n) * pitch + static_cast<double>(n / 4);
   };
   for (std::int64_t i = 0; i < components; ++i) {
     std::snprintf(line, sizeof line, "  (module T:Q (layer F.Cu) (tedit 0) (at %.7g %.7g)\n",
@@ -103,7 +103,7 @@ std::string BoardOfComponents(std::int64_t components, double pitch) {
     }
     text += "  )\n";
   }
-  const double far = place(columns) + kMargin;
+  const double far = place(columns) + margin;
   const double corners[] = {0, 0, far, 0, far, far, 0, far, 0, 0};
   for (int side = 0; side < 8; side += 2) {
     std::snprintf(line, sizeof line,

@@ -92,14 +92,13 @@ std::vector<TComp*> TShove::OverlappedBy(TComp* c) {
   const TV7_Layer side = c->Layer();
   const std::uintptr_t own_key = KeyOf(c);
   std::vector<std::size_t> found;
-  const auto note = [&](const TPrimitive* object) {
+  const auto note = [&](const TPrimitive* object, const TCoordRect&) {
     const std::uintptr_t key = KeyOf(object);
     const auto place = FPlaceInOrder.find(key);
     if (key != own_key && place != FPlaceInOrder.end() && object->Layer() == side)
       found.push_back(place->second);
-    return false;
   };
-  AnyOverlapping(FBoard, c->GetState_BoundingRectangle(), {eComponentObject}, FLayers, note);
+  ForEachOverlapping(FBoard, c->GetState_BoundingRectangle(), {eComponentObject}, FLayers, note);
   std::ranges::sort(found);
   std::vector<TComp*> overlapped;
   overlapped.reserve(found.size());

@@ -1,5 +1,7 @@
 #include "DLLs/Tools/Placement/AutoPlaceNewPlaces.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "DLLs/Tools/Frame/PCB_LayerFactory.h"
@@ -26,15 +28,22 @@ std::int64_t Middle(TCoord low, TCoord high) {
   return Half(high) + Half(low);
 }
 
-// From a centre towards another one; from the same centre to either side, by chance.
-std::int64_t Signed(std::int64_t length, std::int64_t from, std::int64_t to) {
-  const bool backwards = from == to ? std::rand() % 2 == 0 : from > to;
+// Towards where `way` leads; where it leads nowhere to either side, by chance.
+std::int64_t Signed(std::int64_t length, std::int64_t way) {
+  const bool backwards = way == 0 ? std::rand() % 2 == 0 : way < 0;
   return backwards ? -length : length;
 }
 
-// How deep two bodies overlap along an axis on which their centres should be `length` apart.
-std::int64_t Depth(std::int64_t length, std::int64_t a, std::int64_t b) {
-  return std::abs(std::abs(length) - std::abs(a - b));
+// From the centre of a component to those places of one whose centre lies `way` from it that are `x` or `y`,
+// or both, away: first along the axis on which they overlap less, towards it.
+std::array<std::array<std::int64_t, 2>, 8> Displacements(std::int64_t way_x, std::int64_t way_y,
+                                                         std::int64_t x, std::int64_t y) {
+  const std::int64_t dx = Signed(x, way_x), dy = Signed(y, way_y);
+  const std::int64_t depth_x = std::abs(std::abs(dx) - std::abs(way_x));
+  const std::int64_t depth_y = std::abs(std::abs(dy) - std::abs(way_y));
+  if (depth_x > depth_y)
+    return {{{0, dy}, {dx, 0}, {-dx, 0}, {0, -dy}, {dx, dy}, {-dx, dy}, {dx, -dy}, {-dx, -dy}}};
+  return {{{dx, 0}, {0, dy}, {0, -dy}, {-dx, 0}, {dx, dy}, {dx, -dy}, {-dx, dy}, {-dx, -dy}}};
 }
 
 // `center` moves by what brings the reference point, which is at `reference` while the centre is at `from`,
@@ -60,17 +69,18 @@ bool RectanglesOverlap(const TCoordRect& a, const TCoordRect& b) {
   return !is_beyond(b.x1, a.x2) && !is_beyond(a.x1, b.x2) && !is_beyond(b.y1, a.y2) && !is_beyond(a.y1, b.y2);
 }
 
-bool AnyOverlapping(TBoard* board, const TCoordRect& area, TObjectSet objects,
-                    const Ref<IPCB_LayerSet>& layers, FunctionRef<bool(TPrimitive*)> is_meant) {
+void ForEachOverlapping(TBoard* board, const TCoordRect& area, TObjectSet objects,
+                        const Ref<IPCB_LayerSet>& layers,
+                        FunctionRef<void(TPrimitive*, const TCoordRect&)> each) {
   const auto grown = [](TCoord edge, std::int64_t by) { return SaturateToCoord(edge + by); };
   TSpatialIterator iterator(board);
   iterator.InitFilter(board, grown(area.x1, -kApart), grown(area.y1, -kApart), grown(area.x2, kApart),
                       grown(area.y2, kApart), layers, objects);
   for (TPrimitive* p = iterator.First(); p; p = iterator.Next()) {
     const TTemporary<TPrimitive> object(p);
-    if (RectanglesOverlap(area, object->GetState_BoundingRectangle()) && is_meant(object.get())) return true;
+    const TCoordRect box = object->GetState_BoundingRectangle();
+    if (RectanglesOverlap(area, box)) each(object.get(), box);
   }
-  return false;
 }
 
 TPlaceFinder::TPlaceFinder(TBoard* board)
@@ -78,21 +88,19 @@ TPlaceFinder::TPlaceFinder(TBoard* board)
 
 bool TPlaceFinder::PushAway(TComp* o, TComp* c) {
   if (!o->Moveable()) return false;
-  const TBody pushed = BodyOf(o), pusher = BodyOf(c);
-  FBoardArea = {FBoard->BoardMinimumX(), FBoard->BoardMinimumY(), FBoard->BoardMaximumX(),
-                FBoard->BoardMaximumY()};
-  FGridX = FBoard->ComponentGridSizeX();
-  FGridY = FBoard->ComponentGridSizeY();
-  const std::int64_t dx = Signed(Half(pusher.Width) + Half(pushed.Width), pusher.Center.x, pushed.Center.x);
-  const std::int64_t dy = Signed(Half(pusher.Height) + Half(pushed.Height), pusher.Center.y, pushed.Center.y);
-  const bool y_first =
-      Depth(dx, pusher.Center.x, pushed.Center.x) > Depth(dy, pusher.Center.y, pushed.Center.y);
-  const TPoint along_x{dx, 0}, along_y{0, dy}, back_x{-dx, 0}, back_y{0, -dy};
-  const TPoint past_corner_1{-dx, dy}, past_corner_2{dx, -dy};
-  for (const TPoint by : {y_first ? along_y : along_x, y_first ? along_x : along_y, y_first ? back_x : back_y,
-                          y_first ? back_y : back_x, TPoint{dx, dy}, y_first ? past_corner_1 : past_corner_2,
-                          y_first ? past_corner_2 : past_corner_1, TPoint{-dx, -dy}}) {
-    if (Try(pushed, pusher, by)) return true;
+  const TBody body = BodyOf(o);
+  for (const std::vector<TPlace>& places : PlacesAround(body, BodyOf(c))) {
+    const std::vector<TCoordRect> obstacles = ObstaclesOf(places);
+    const auto is_free = [&](const TPlace& place) {
+      return std::ranges::none_of(
+          obstacles, [&](const TCoordRect& obstacle) { return RectanglesOverlap(place.Room, obstacle); });
+    };
+    const auto found = std::ranges::find_if(places, is_free);
+    if (found == places.end()) continue;
+    const TCoord x = WrapToCoord(body.Reference.x + found->Center.x - body.Center.x);
+    const TCoord y = WrapToCoord(body.Reference.y + found->Center.y - body.Center.y);
+    MoveInBracket(o, [&] { o->MoveToXY(x, y); });
+    return true;
   }
   return false;
 }
@@ -101,6 +109,7 @@ TPlaceFinder::TBody TPlaceFinder::BodyOf(TComp* component) const {
   const TCoordRect extents = component->GetState_BoundingRectangle();
   const std::int64_t clearance = ClearanceOf(component);
   return {component,
+          {component->GetState_X(), component->GetState_Y()},
           {Middle(extents.lx(), extents.hx()), Middle(extents.ly(), extents.hy())},
           std::int64_t{extents.hx()} - extents.lx() + clearance,
           std::int64_t{extents.hy()} - extents.ly() + clearance};
@@ -113,54 +122,62 @@ TCoord TPlaceFinder::ClearanceOf(const TComp* component) const {
       .Read(is_large ? &IHost::GetState_PlaceLargeClear : &IHost::GetState_PlaceSmallClear);
 }
 
-// One place, `by` from the centre of `c`, and those beside it. An axis without a displacement keeps the
-// centre of `o`.
-bool TPlaceFinder::Try(const TBody& o, const TBody& c, TPoint by) {
-  const TPoint aim{by.x != 0 ? c.Center.x + by.x : o.Center.x, by.y != 0 ? c.Center.y + by.y : o.Center.y};
-  const TPoint target = ToGrid(o, aim);
-  const auto move_if_free = [&](TPoint center) {
-    const bool free = IsFree(o, center);
-    if (free) Move(o, center);
-    return free;
+// In the order in which they are tried: eight displacements from the centre of `c`, each with those beside
+// it. An axis without a displacement keeps the centre of `o`. What reaches beyond the board is left out.
+std::vector<std::vector<TPlaceFinder::TPlace>> TPlaceFinder::PlacesAround(const TBody& o,
+                                                                          const TBody& c) const {
+  const double grid_x = FBoard->ComponentGridSizeX(), grid_y = FBoard->ComponentGridSizeY();
+  const TCoord x1 = FBoard->BoardMinimumX(), y1 = FBoard->BoardMinimumY();
+  const TCoord x2 = FBoard->BoardMaximumX(), y2 = FBoard->BoardMaximumY();
+  const std::int64_t half_width = Half(o.Width), half_height = Half(o.Height);
+  std::vector<std::vector<TPlace>> places;
+  const auto add = [&](TPoint p) {
+    if (p.x - half_width < x1 || p.y - half_height < y1 || p.x + half_width > x2 || p.y + half_height > y2)
+      return;
+    // What lies on the board has coordinates of 32 bits.
+    places.back().push_back({p,
+                             {WrapToCoord(p.x - half_width), WrapToCoord(p.y - half_height),
+                              WrapToCoord(p.x + half_width), WrapToCoord(p.y + half_height)}});
   };
-  if (move_if_free(target)) return true;
-  for (const int way : {-1, 1}) {
-    for (int step = 1; step <= kMostSlides; ++step) {
-      TPoint beside = target;
-      if (by.x != 0)
-        beside.y = Slid(target.y, way * step, FGridY);
-      else
-        beside.x = Slid(target.x, way * step, FGridX);
-      if (move_if_free(ToGrid(o, beside))) return true;
+  const auto on_grid = [&](std::int64_t x, std::int64_t y) -> TPoint {
+    return {AxisToGrid(x, o.Center.x, o.Reference.x, grid_x),
+            AxisToGrid(y, o.Center.y, o.Reference.y, grid_y)};
+  };
+  for (const auto& [dx, dy] : Displacements(o.Center.x - c.Center.x, o.Center.y - c.Center.y,
+                                            Half(c.Width) + half_width, Half(c.Height) + half_height)) {
+    places.emplace_back();
+    const TPoint target =
+        on_grid(dx != 0 ? c.Center.x + dx : o.Center.x, dy != 0 ? c.Center.y + dy : o.Center.y);
+    add(target);
+    for (const int way : {-1, 1}) {
+      for (int step = 1; step <= kMostSlides; ++step) {
+        const int by = way * step;
+        add(dx != 0 ? on_grid(target.x, Slid(target.y, by, grid_y))
+                    : on_grid(Slid(target.x, by, grid_x), target.y));
+      }
     }
   }
-  return false;
+  return places;
 }
 
-TPlaceFinder::TPoint TPlaceFinder::ToGrid(const TBody& o, TPoint center) const {
-  return {AxisToGrid(center.x, o.Center.x, o.Component->GetState_X(), FGridX),
-          AxisToGrid(center.y, o.Center.y, o.Component->GetState_Y(), FGridY)};
-}
-
-bool TPlaceFinder::IsFree(const TBody& o, TPoint center) {
-  const std::int64_t half_width = Half(o.Width), half_height = Half(o.Height);
-  const std::int64_t x1 = center.x - half_width, x2 = center.x + half_width;
-  const std::int64_t y1 = center.y - half_height, y2 = center.y + half_height;
-  if (x1 < FBoardArea.x1 || y1 < FBoardArea.y1 || x2 > FBoardArea.x2 || y2 > FBoardArea.y2) return false;
-  // What lies on the board has coordinates of 32 bits.
-  const TCoordRect place{SaturateToCoord(x1), SaturateToCoord(y1), SaturateToCoord(x2), SaturateToCoord(y2)};
-  const auto any = [](TPrimitive*) { return true; };
-  const auto stays = [](TPrimitive* component) {
-    return !component->Moveable() || component->vIndex() == eShoveFixed;
+// What is in the way at any of the places.
+std::vector<TCoordRect> TPlaceFinder::ObstaclesOf(const std::vector<TPlace>& places) {
+  std::vector<TCoordRect> obstacles;
+  if (places.empty()) return obstacles;
+  TCoordRect reach = places.front().Room;
+  for (const TPlace& place : places) {
+    reach.x1 = std::min(reach.x1, place.Room.x1);
+    reach.y1 = std::min(reach.y1, place.Room.y1);
+    reach.x2 = std::max(reach.x2, place.Room.x2);
+    reach.y2 = std::max(reach.y2, place.Room.y2);
+  }
+  const auto take = [&](TPrimitive*, const TCoordRect& box) { obstacles.push_back(box); };
+  const auto take_what_stays = [&](TPrimitive* component, const TCoordRect& box) {
+    if (component->vIndex() == eShoveFixed || !component->Moveable()) obstacles.push_back(box);
   };
-  return !AnyOverlapping(FBoard, place, {eFillObject}, FKeepOutLayers, any) &&
-         !AnyOverlapping(FBoard, place, {eComponentObject}, nullptr, stays);
-}
-
-void TPlaceFinder::Move(const TBody& o, TPoint center) {
-  const auto x = WrapToCoord(o.Component->GetState_X() + center.x - o.Center.x);
-  const auto y = WrapToCoord(o.Component->GetState_Y() + center.y - o.Center.y);
-  MoveInBracket(o.Component, [&] { o.Component->MoveToXY(x, y); });
+  ForEachOverlapping(FBoard, reach, {eFillObject}, FKeepOutLayers, take);
+  ForEachOverlapping(FBoard, reach, {eComponentObject}, nullptr, take_what_stays);
+  return obstacles;
 }
 
 }  // namespace Ketril::Tools

@@ -4,6 +4,8 @@
 // coordinates are 64 bits wide, so that none of them wraps.
 #pragma once
 
+#include <vector>
+
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"
 
 namespace Ketril::Tools {
@@ -18,10 +20,11 @@ enum TShoveMark : std::uint16_t {
 // axes.
 bool RectanglesOverlap(const TCoordRect& a, const TCoordRect& b);
 
-// Whether `is_meant` gives true for any object of the kinds whose bounding rectangle overlaps `area`. The
-// wrapper that it is called with is gone after the call. An empty layer set means all layers.
-bool AnyOverlapping(TBoard* board, const TCoordRect& area, TObjectSet objects,
-                    const Ref<IPCB_LayerSet>& layers, FunctionRef<bool(TPrimitive*)> is_meant);
+// Calls `each` with every object of the kinds whose bounding rectangle overlaps `area`, and with that
+// rectangle. The wrapper is gone after its call. An empty layer set means all layers.
+void ForEachOverlapping(TBoard* board, const TCoordRect& area, TObjectSet objects,
+                        const Ref<IPCB_LayerSet>& layers,
+                        FunctionRef<void(TPrimitive*, const TCoordRect&)> each);
 
 class TPlaceFinder {
  public:
@@ -40,22 +43,22 @@ class TPlaceFinder {
   // A component and the room that it takes.
   struct TBody {
     TComp* Component;
-    TPoint Center;
+    TPoint Reference, Center;
     std::int64_t Width, Height;  // with its clearance
+  };
+  // A place on the board, with the room that a body takes there.
+  struct TPlace {
+    TPoint Center;
+    TCoordRect Room;
   };
 
   TBody BodyOf(TComp* component) const;
   TCoord ClearanceOf(const TComp* component) const;
-  bool Try(const TBody& o, const TBody& c, TPoint by);
-  TPoint ToGrid(const TBody& o, TPoint center) const;
-  bool IsFree(const TBody& o, TPoint center);
-  void Move(const TBody& o, TPoint center);
+  std::vector<std::vector<TPlace>> PlacesAround(const TBody& o, const TBody& c) const;
+  std::vector<TCoordRect> ObstaclesOf(const std::vector<TPlace>& places);
 
   TBoard* const FBoard;
   const Ref<IPCB_LayerSet> FKeepOutLayers;
-  // Of the component that is being pushed.
-  TCoordRect FBoardArea;
-  double FGridX = 0, FGridY = 0;
 };
 
 }  // namespace Ketril::Tools
