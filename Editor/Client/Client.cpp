@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Editor/Client/OptionsAccess.h"
+#include "Editor/Client/Parameters.h"
 #include "Editor/HostCall.h"
 #include "Platform/Modules.h"
 #include "Platform/Text.h"
@@ -89,7 +91,8 @@ Client::Client(ClientSetup setup)
     : setup_(std::move(setup)),
       options_(setup_.options_folder.empty() ? OptionsStore()
                                              : OptionsStore(setup_.options_folder / "KETRIL.INI")),
-      server_(MakeHost<PcbServer>(setup_.teardrop_dialog)) {
+      server_(MakeHost<PcbServer>(setup_.teardrop_dialog)),
+      notifications_(MakeNotificationService(setup_.notify)) {
   if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm);
 }
 
@@ -138,14 +141,20 @@ Status Client::WriteOption(const std::u16string& section, const std::u16string& 
 
 Status Client::RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept {
   return HostCall("IClient.RunProcess", [&] {
-    if (name != u"Client:OpenDocument") return Status::InvalidArgument;
-    constexpr std::u16string_view kFileName = u"FileName=";
-    const std::size_t begin = parameters.find(kFileName);
-    if (begin == parameters.npos) return Status::InvalidArgument;
-    const std::u16string rest = parameters.substr(begin + kFileName.size());
-    if (setup_.open_document) setup_.open_document(rest.substr(0, rest.find(u'|')));
+    if (name != u"Client:OpenDocument" && name != u"WorkspaceManager:OpenObject")
+      return Status::InvalidArgument;
+    const Ref<Parameters> list = MakeHost<Parameters>();
+    list->SetFromWide(parameters.c_str());
+    std::u16string file;
+    if (!list->GetParameter(u"FileName", file)) return Status::InvalidArgument;
+    if (setup_.open_document) setup_.open_document(Platform::ToUtf8(file));
     return Status::Ok;
   });
+}
+
+bool Client::IsOn(const std::u16string& section, const std::u16string& name) const {
+  bool value = false;
+  return !Failed(MakeHost<OptionsReader>(options_)->ReadBoolean(section, name, false, value)) && value;
 }
 
 ClientInstallation::ClientInstallation(Ref<Client> client)

@@ -5,6 +5,7 @@
 
 #include "Editor/HostObject.h"
 #include "Interfaces/Board.h"
+#include "Interfaces/Reports.h"
 
 namespace Ketril::Editor {
 
@@ -19,6 +20,7 @@ struct AlignmentAnswer {
 struct BoardDialogs {
   std::function<bool(AlignmentAnswer& answer)> alignment = {};
   std::function<bool(IPCB_RoomArrangeOptions& options)> room_arrange = {};
+  std::function<bool(TBoardReportOptionSet& options)> board_report = {};
 };
 
 // Asks the dialogs of the client that is installed at the moment of the question.

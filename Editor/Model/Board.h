@@ -60,7 +60,7 @@ struct BoardText {
 // Lives as long as somebody holds it. When it dies, objects that are still held stay as they are, on no
 // board.
 class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure,
-                                           IPCB_BoardMessages, IPCB_BoardRooms> {
+                                           IPCB_BoardMessages, IPCB_BoardRooms, IPCB_BoardReports> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
   struct Data {};
@@ -189,6 +189,10 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
                      TellRoomContents(*this, room, by_scope, only_selected, unions_apart, components, others,
                                       free_objects, unions))
   KETRIL_HOST_READ(IPCB_BoardRooms, Ref<IPCB_RoomArrangeOptions>, RoomArrangeOptions, room_options_)
+
+  // Those of the file, and the multi-layer.
+  Status GetState_LayerIterator(Ref<IPCB_LayerIterator>& value) noexcept override;
+  Status EditBoardReportOptions(TBoardReportOptionSet& options, bool& accepted) noexcept override;
 
   Status GetState_Area(double& value) noexcept override;
   Status GetState_CopperBodyList(Ref<IPCB_CopperBodyList>& value) noexcept override;
