@@ -14,13 +14,18 @@ namespace Ketril::Platform {
 
 namespace {
 
-// What libxslt says comes in pieces, some of them only "runtime error: file ... line ...".
+// What libxslt says comes in pieces, some of them only "runtime error: file ... line ...", and some of it by
+// way of libxml2.
 class XsltMessages {
  public:
-  XsltMessages() : previous_(xsltGenericError), previous_context_(xsltGenericErrorContext) {
+  XsltMessages() {
     xsltSetGenericErrorFunc(this, &Take);
+    xmlSetGenericErrorFunc(this, &Take);
   }
-  ~XsltMessages() { xsltSetGenericErrorFunc(previous_context_, previous_); }
+  ~XsltMessages() {
+    xmlSetGenericErrorFunc(xml_context_, xml_);
+    xsltSetGenericErrorFunc(xslt_context_, xslt_);
+  }
   XsltMessages(const XsltMessages&) = delete;
   XsltMessages& operator=(const XsltMessages&) = delete;
 
@@ -41,8 +46,9 @@ class XsltMessages {
     if (text.size() < kEnough) text += piece;
   }
 
-  xmlGenericErrorFunc previous_;
-  void* previous_context_;
+  const xmlGenericErrorFunc xslt_ = xsltGenericError, xml_ = xmlGenericError;
+  void* const xslt_context_ = xsltGenericErrorContext;
+  void* const xml_context_ = xmlGenericErrorContext;
   std::string text_;
 };
 
