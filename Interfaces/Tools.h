@@ -14,6 +14,7 @@
 
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
+#include "Interfaces/Reports.h"
 #include "Interfaces/Teardrops.h"
 
 #pragma GCC visibility push(default)
@@ -83,6 +84,13 @@ void Tools_AutoPlaceOutsideBoard(IPCB_Board* ABoard, IPCBGraphicalViewInterface*
 void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
                           IPCB_RoomArrangeOptions* AOptions);
 void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList* AParameters);
+
+// The board information report. Parameters of the names of TBoardReportOption, without their prefix and with
+// the value True, choose what it tells, or All all of it; without any of them the stored choice and the
+// board's dialog. AOptions are the forms in which it is written; empty: by the default style sheet. AFileName
+// is the path after which it is named; empty: the board's.
+void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,
+                       const std::u16string& AFileName);
 
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.

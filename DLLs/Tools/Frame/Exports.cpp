@@ -3,6 +3,7 @@
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "DLLs/Tools/Frame/ToolFrame.h"
 #include "DLLs/Tools/Placement/AlignTool.h"
+#include "DLLs/Tools/Reports/ReportsTool.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
 #include "Interfaces/Tools.h"
@@ -123,6 +124,11 @@ void Tools_RunRoomArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView,
 }
 void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, IParameterList*) {
   RunTool<kStandard>(AutoPlaceRooms, ABoard, AView);
+}
+
+void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,
+                       const std::u16string& AFileName) {
+  RunTool<kStandard>(ReportSpecs, ABoard, AParameters, AOptions, AFileName);
 }
 
 }  // namespace Ketril
