@@ -14,9 +14,9 @@
 // or the name of a component or room. `Enter ... = text` answers a text. Picks of the command line come
 // first; where all are used up, a further pick is cancelled.
 //
-// Lines `Alignment_... = value` and `RoomArrange_... = value` answer the dialogs of those names, as
-// PlacementDialogs.h tells. A line `TeardropParam_... = number` answers the dialog of the teardrop options:
-// those that are named change, and the dialog is accepted.
+// Lines `Alignment_... = value`, `RoomArrange_... = value` and `BoardReport_... = yes|no` answer the dialogs
+// of those names, as PlacementDialogs.h and ReportDialog.h tell. A line `TeardropParam_... = number` answers
+// the dialog of the teardrop options: those that are named change, and the dialog is accepted.
 #pragma once
 
 #include <functional>
@@ -59,6 +59,7 @@ class Answers {
   bool AddField(const std::string& name, const std::string& value);
   bool AlignmentDialog(Editor::AlignmentAnswer& answer);
   bool RoomArrangeDialog(IPCB_RoomArrangeOptions& options);
+  bool BoardReportDialog(TBoardReportOptionSet& options);
 
   // The user stopped the tool.
   bool Aborted() const { return aborted_; }

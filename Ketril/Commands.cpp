@@ -22,6 +22,7 @@
 #include "Ketril/Info.h"
 #include "Ketril/Interrupts.h"
 #include "Ketril/Moves.h"
+#include "Ketril/RunContext.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
 #include "Ketril/TeardropDialog.h"
@@ -36,25 +37,6 @@ namespace {
 using Editor::Board;
 using Editor::Primitive;
 using nlohmann::ordered_json;
-
-Ref<Board> Open(const std::string& path) {
-  try {
-    Editor::FileWarnings warnings;
-    Ref<Board> board = Editor::ReadBoard(path, &warnings);
-    for (const std::string& warning : warnings) std::cerr << "ketril: warning: " << warning << "\n";
-    return board;
-  } catch (const Editor::FileError& error) {
-    throw Failure(kExit_Unreadable, error.what());
-  }
-}
-
-Editor::Selection ParseSelection(const std::string& text, Editor::LengthUnit unit) {
-  try {
-    return Editor::Selection(text, unit);
-  } catch (const Editor::SelectionError& error) {
-    throw Failure(kExit_Usage, error.what());
-  }
-}
 
 // "X,Y,WIDTH,HEIGHT" of a box whose corner (X, Y) is the upper left one, as the board file has places.
 TCoordRect ParseBox(const std::string& text, Editor::LengthUnit unit, const char* option) {
@@ -97,16 +79,6 @@ std::vector<TV7_Layer> ParseLayers(const Board& board, const std::vector<std::st
   return layers;
 }
 
-void WriteOut(const std::string& path, const std::string& text) {
-  try {
-    Platform::TReplacementFile file(path);
-    file.Write(text);
-    file.Commit();
-  } catch (const std::exception& error) {
-    throw Failure(kExit_Failed, error.what());
-  }
-}
-
 // Where the board goes; empty for nowhere. Raises Failure when the command line leaves it open.
 std::string Destination(const Options& options) {
   if (options.dry_run) return {};
@@ -131,19 +103,6 @@ void DrawResult(const Options& options, Board& board, const std::vector<Editor::
     look.highlight = [&](const Primitive& object, const Board&) { return changed.contains(&object); };
   for (const Move& move : moves) look.ghosts.push_back({move.from_box, move.to_box});
   WriteOut(options.picture, Editor::DrawSvg(board, look));
-}
-
-// What -D gave, as the tools take it; empty without any. Raises Failure.
-Ref<IParameterList> ParametersOf(const Options& options) {
-  if (options.parameters.empty()) return {};
-  const Ref<Editor::Parameters> list = Editor::MakeHost<Editor::Parameters>();
-  for (const std::string& text : options.parameters) {
-    const std::size_t equals = text.find('=');
-    if (equals == 0 || equals == text.npos)
-      throw Failure(kExit_Usage, "-D " + text + ": expected NAME=VALUE");
-    list->AddParameter(Platform::ToUtf16(text.substr(0, equals)), Platform::ToUtf16(text.substr(equals + 1)));
-  }
-  return Ref<IParameterList>(list.Get());
 }
 
 // The folder of what a tool writes beside its board, as reports: --report-dir, else that of the changed

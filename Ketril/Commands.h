@@ -27,8 +27,10 @@ struct Options {
   std::string highlight;
   std::vector<std::string> parameters;  // NAME=VALUE
   bool fail_on_violations = false;
-  std::vector<std::string> picks;  // places
-  std::string word;                // of a saying
+  std::vector<std::string> picks;    // places
+  std::string word;                  // of a saying
+  std::vector<std::string> formats;  // of reports
+  bool ask = false;
   std::string into_room, into;
   bool outside = false;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;

@@ -5,6 +5,7 @@
 
 #include "Ketril/Commands.h"
 #include "Ketril/Exit.h"
+#include "Ketril/Reports.h"
 
 namespace Ketril::Command {
 
@@ -170,6 +171,34 @@ void AddSayings(CLI::App& app, Options& options) {
   arrange->callback([&options] { Arrange(options); });
 }
 
+void AddReports(CLI::App& app, Options& options) {
+  CLI::App* report = app.add_subcommand("report", "Write a report on a board");
+  report->group("Reports");
+  report->require_subcommand(1);
+  for (const ReportKind& kind : ReportKinds()) {
+    CLI::App* verb = report->add_subcommand(kind.word, kind.help);
+    AddBoard(*verb, options);
+    verb->add_option("--format", options.formats, "html, csv, json, xml; several with commas between")
+        ->delimiter(',')
+        ->check(CLI::IsMember(ReportFormats()))
+        ->type_name("FORMATS");
+    verb->add_option("--report-dir", options.report_dir, "Where it goes; without it beside the board")
+        ->type_name("DIR");
+    verb->add_option("--select", options.select, "Only what a selection matches counts; as with other verbs")
+        ->type_name("SELECTION");
+    verb->add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
+        ->type_name("NAME=VALUE")
+        ->expected(1)
+        ->take_all()
+        ->allow_extra_args(false);
+    verb->add_flag("--ask", options.ask, "By the stored choice and the dialog");
+    verb->add_flag("-y,--yes", options.yes, "Accept the dialog as it is");
+    verb->add_option("--answers", options.answers, "Answers to questions, a line each")->type_name("FILE");
+    AddUnits(*verb, options);
+    verb->callback([&kind, &options] { Report(kind, options); });
+  }
+}
+
 int Main(int argc, char** argv) {
   CLI::App app{"Board tools: run them on a board file, or look at one."};
   app.name("ketril");
@@ -183,6 +212,7 @@ int Main(int argc, char** argv) {
   AddLook(app, options);
   AddTools(app, options);
   AddSayings(app, options);
+  AddReports(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
