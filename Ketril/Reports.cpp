@@ -115,6 +115,7 @@ void Report(const ReportKind& kind, const Options& options) {
   const ToolsLibrary library;
   const Ref<Board> board = Open(options.board);
   board->setup.display_unit = options.unit == Editor::LengthUnit::Millimetre ? eMetric : eImperial;
+  board->file.path = fs::absolute(options.board).string();  // as it stands in the report
   const Session session(answers, board.Get());
   if (!options.select.empty()) {
     if (ParseSelection(options.select, options.unit).Apply(*board) == 0)
