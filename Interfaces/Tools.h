@@ -92,6 +92,20 @@ void Tools_ArrangeRooms(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, I
 void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,
                        const std::u16string& AFileName);
 
+// The net status report: each net, its layer and its routed length.
+void Tools_ReportNetlistStatus(IPCB_Board* ABoard, const std::u16string& AFileName,
+                               IReportOutputOptions* AOptions);
+// The pick-and-place file, as quoted values for the format "CSV", else in fixed columns; it is shown.
+void Tools_ReportPickNPlace(IPCB_Board* ABoard, const std::u16string& AFileName,
+                            const std::u16string& AFormat);
+// Texts on a footprint library and its current component, which lies on ABoard; they are shown.
+void Tools_CreateReportForComponent(IPCB_Board* ABoard, const std::u16string& AFileName,
+                                    IPCB_Library* ALibrary);
+void Tools_CreateReportForLibrary(IPCB_Board* ABoard, const std::u16string& AFileName,
+                                  IPCB_Library* ALibrary);
+// Shows a written report, as a spreadsheet or in the text editor.
+void Tools_DisplayReportFile(const std::u16string& AFileName, bool AAsSpread);
+
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.
 std::int32_t GetMemoryInfo(Ref<IServerMemoryInfo>& AInfo);

@@ -35,16 +35,11 @@ struct Format {
 constexpr std::array kFormats{Format{"html", "report_html_default.xsl"}, Format{"csv", "report_csv.xsl"},
                               Format{"json", "report_json.xsl"}, Format{"xml", "report_xml.xsl"}};
 
-constexpr std::array kKinds{
-    ReportKind{
-        "board", "Tools_ReportSpecs",
-        "What is on the board, how far it is routed, copper by layer, holes and other sizes with their "
-        "counts; -D RoutingInfo=True and the like for some of it"},
-};
-
-fs::path StyleSheet(const std::string& format) {
+// Empty for a form that is not made by one.
+std::u16string StyleSheet(const std::string& format) {
   const auto found = std::ranges::find(kFormats, format, &Format::name);
-  return InstallationFolder() / "Templates" / found->style_sheet;
+  if (found == kFormats.end()) return {};
+  return Platform::ToUtf16((InstallationFolder() / "Templates" / found->style_sheet).string());
 }
 
 // Everything but what is no part of its own.
@@ -58,12 +53,31 @@ Ref<IParameterList> AllParts(const Options& options) {
   return Ref<IParameterList>(list.Get());
 }
 
-void CallTool(const ReportKind& kind, const Options& options, const ToolsLibrary& library, Board& board,
-              IReportOutputOptions* forms, const std::u16string& name) {
+// A tool on the board that writes a file of that name, with another extension for each form.
+using Caller = void (*)(const ReportKind& kind, const Options& options, const ToolsLibrary& library,
+                        Board& board, IReportOutputOptions* forms, const std::u16string& name);
+
+void CallBoardReport(const ReportKind& kind, const Options& options, const ToolsLibrary& library,
+                     Board& board, IReportOutputOptions* forms, const std::u16string& name) {
   const bool has_parameters = !options.parameters.empty() || options.ask;
   const Ref<IParameterList> parameters = has_parameters ? ParametersOf(options) : AllParts(options);
   using Tool = void(IParameterList*, IPCB_Board*, IReportOutputOptions*, const std::u16string&);
   library.Find<Tool>(kind.export_name)(parameters.Get(), &board, forms, name);
+}
+
+void CallNetReport(const ReportKind& kind, const Options&, const ToolsLibrary& library, Board& board,
+                   IReportOutputOptions* forms, const std::u16string& name) {
+  using Tool = void(IPCB_Board*, const std::u16string&, IReportOutputOptions*);
+  library.Find<Tool>(kind.export_name)(&board, name, forms);
+}
+
+// It knows two forms of its own and writes the file of the very name.
+void CallPlacement(const ReportKind& kind, const Options& options, const ToolsLibrary& library, Board& board,
+                   IReportOutputOptions*, const std::u16string& name) {
+  using Tool = void(IPCB_Board*, const std::u16string&, const std::u16string&);
+  for (const std::string& format : options.formats)
+    library.Find<Tool>(kind.export_name)(&board, fs::path(name).replace_extension(format).u16string(),
+                                         format == "csv" ? u"CSV" : u"TXT");
 }
 
 fs::path Folder(const Options& options) {
@@ -82,15 +96,34 @@ std::optional<fs::file_time_type> TimeOf(const fs::path& file) {
   return error ? std::nullopt : std::optional(time);
 }
 
+constexpr std::array kKinds{
+    ReportKind{
+        "board", "Tools_ReportSpecs",
+        "What is on the board, how far it is routed, copper by layer, holes and other sizes with their "
+        "counts; -D RoutingInfo=True and the like for some of it",
+        "html,csv,json,xml"},
+    ReportKind{"nets", "Tools_ReportNetlistStatus", "The nets, with their routed lengths",
+               "html,csv,json,xml"},
+    ReportKind{"placement", "Tools_ReportPickNPlace", "The pick-and-place file: where each component goes",
+               "csv,txt"},
+};
+constexpr std::array<Caller, kKinds.size()> kCallers{CallBoardReport, CallNetReport, CallPlacement};
+
 }  // namespace
 
 std::span<const ReportKind> ReportKinds() {
   return kKinds;
 }
 
-std::vector<std::string> ReportFormats() {
-  std::vector<std::string> names;
-  for (const Format& format : kFormats) names.emplace_back(format.name);
+std::vector<std::string> ReportKind::Formats() const {
+  std::vector<std::string> names(1);
+  for (const char* c = formats; *c; ++c) {
+    if (*c == ',') {
+      names.emplace_back();
+    } else {
+      names.back() += *c;
+    }
+  }
   return names;
 }
 
@@ -106,9 +139,10 @@ fs::path InstallationFolder() {
   return start;
 }
 
-void Report(const ReportKind& kind, const Options& options) {
-  std::vector<std::string> formats = options.formats;
-  if (formats.empty()) formats = {"html"};
+void Report(const ReportKind& kind, const Options& given) {
+  Options options = given;
+  if (options.formats.empty()) options.formats = {kind.Formats().front()};
+  const std::vector<std::string>& formats = options.formats;
   const fs::path folder = Folder(options);
   Answers answers(options.yes, isatty(STDIN_FILENO) ? &std::cin : nullptr, std::cerr);
   if (!options.answers.empty()) answers.ReadFile(options.answers);
@@ -128,12 +162,13 @@ void Report(const ReportKind& kind, const Options& options) {
   const auto forms = Editor::MakeHost<Editor::ReportForms>(Platform::ToUtf16(kind.word));
   std::vector<std::pair<fs::path, std::optional<fs::file_time_type>>> files;
   for (const std::string& format : formats) {
-    forms->Add({Platform::ToUtf16(format), Platform::ToUtf16(StyleSheet(format).string())});
+    forms->Add({Platform::ToUtf16(format), StyleSheet(format)});
     const fs::path file = fs::path(name).replace_extension(format);
     files.emplace_back(file, TimeOf(file));
   }
   try {
-    CallTool(kind, options, library, *board, forms.Get(), Platform::ToUtf16(name.string()));
+    kCallers[static_cast<std::size_t>(&kind - kKinds.data())](kind, options, library, *board, forms.Get(),
+                                                              Platform::ToUtf16(name.string()));
   } catch (const Failure&) {
     throw;
   } catch (const std::exception& error) {

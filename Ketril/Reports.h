@@ -15,11 +15,11 @@ struct ReportKind {
   const char* word;         // "board"
   const char* export_name;  // "Tools_ReportSpecs"
   const char* help;
+  const char* formats;  // with commas between; the first is the one that is written when none is named
+
+  std::vector<std::string> Formats() const;
 };
 std::span<const ReportKind> ReportKinds();
-
-// The forms of reports: "html", "csv", "json", "xml".
-std::vector<std::string> ReportFormats();
 
 // Writes a report on the board into --report-dir, else beside the board, in each of the forms, and names the
 // files. The tables of an HTML page lead to a picture of the board, which is written beside it. Raises

@@ -171,6 +171,19 @@ void AddSayings(CLI::App& app, Options& options) {
   arrange->callback([&options] { Arrange(options); });
 }
 
+void AddBoardReportOptions(CLI::App& verb, Options& options) {
+  verb.add_option("--select", options.select, "Only what a selection matches counts; as with other verbs")
+      ->type_name("SELECTION");
+  verb.add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
+      ->type_name("NAME=VALUE")
+      ->expected(1)
+      ->take_all()
+      ->allow_extra_args(false);
+  verb.add_flag("--ask", options.ask, "By the stored choice and the dialog");
+  verb.add_flag("-y,--yes", options.yes, "Accept the dialog as it is");
+  verb.add_option("--answers", options.answers, "Answers to questions, a line each")->type_name("FILE");
+}
+
 void AddReports(CLI::App& app, Options& options) {
   CLI::App* report = app.add_subcommand("report", "Write a report on a board");
   report->group("Reports");
@@ -178,22 +191,13 @@ void AddReports(CLI::App& app, Options& options) {
   for (const ReportKind& kind : ReportKinds()) {
     CLI::App* verb = report->add_subcommand(kind.word, kind.help);
     AddBoard(*verb, options);
-    verb->add_option("--format", options.formats, "html, csv, json, xml; several with commas between")
+    verb->add_option("--format", options.formats, "One or several with commas between")
         ->delimiter(',')
-        ->check(CLI::IsMember(ReportFormats()))
+        ->check(CLI::IsMember(kind.Formats()))
         ->type_name("FORMATS");
     verb->add_option("--report-dir", options.report_dir, "Where it goes; without it beside the board")
         ->type_name("DIR");
-    verb->add_option("--select", options.select, "Only what a selection matches counts; as with other verbs")
-        ->type_name("SELECTION");
-    verb->add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
-        ->type_name("NAME=VALUE")
-        ->expected(1)
-        ->take_all()
-        ->allow_extra_args(false);
-    verb->add_flag("--ask", options.ask, "By the stored choice and the dialog");
-    verb->add_flag("-y,--yes", options.yes, "Accept the dialog as it is");
-    verb->add_option("--answers", options.answers, "Answers to questions, a line each")->type_name("FILE");
+    if (kind.export_name == std::string_view("Tools_ReportSpecs")) AddBoardReportOptions(*verb, options);
     AddUnits(*verb, options);
     verb->callback([&kind, &options] { Report(kind, options); });
   }
