@@ -2,6 +2,7 @@
 // failure a few calls later: whatever fails, the exception reaches the caller and nothing is left open.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
@@ -13,7 +14,9 @@
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
+#include "Editor/Client/ReportForms.h"
 #include "Editor/HostCall.h"
+#include "Editor/Model/Library.h"
 #include "Editor/Rules/Rule.h"
 #include "Interfaces/Tools.h"
 #include "Platform/Messages.h"
@@ -64,6 +67,39 @@ void WithView(IPCB_Board* board) {
 template <auto tool>
 void ByPick(IPCB_Board* board) {
   tool(board, ViewOf(board).Get(), nullptr);
+}
+
+// Reports go to a file that is not kept, and come out as XML.
+std::u16string ReportFile() {
+  return (std::filesystem::temp_directory_path() / "ketril-sweep-report.txt").u16string();
+}
+
+void ReportSpecs(IPCB_Board* board) {
+  const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+  for (const TBoardReportOptionText& option : kBoardReportOptionTexts)
+    parameters->AddParameter(option.Name, u"True");
+  const auto forms = Editor::MakeHost<Editor::ReportForms>(u"Sweep");
+  forms->Add({u"XML", u"", true, true});
+  Tools_ReportSpecs(parameters.Get(), board, forms.Get(), ReportFile());
+}
+
+void ReportNets(IPCB_Board* board) {
+  Tools_ReportNetlistStatus(board, ReportFile(), Editor::MakeHost<Editor::ReportForms>(u"Sweep").Get());
+}
+
+void ReportPlaces(IPCB_Board* board) {
+  Tools_ReportPickNPlace(board, ReportFile(), u"CSV");
+}
+
+template <auto tool>
+void OnLibrary(IPCB_Board* board) {
+  const auto library = Editor::MakeHost<Editor::Library>();
+  for (int i = 0; i < 3; ++i) library->components.push_back(Editor::MakeHost<Editor::LibComponent>());
+  tool(board, ReportFile(), library.Get());
+}
+
+void DisplayReport(IPCB_Board*) {
+  Tools_DisplayReportFile(ReportFile(), true);
 }
 
 Editor::Rule& PutRoom(Editor::Board& board) {
@@ -142,6 +178,12 @@ const SweptExport kExports[] = {
     {"RunArrange", WithView<Tools_RunArrange, eArrangeMoveToGrid>},
     {"RunArrangeToRectangle", WithView<Tools_RunArrangeToRectangle, 0, 0, 9000000, 9000000>},
     {"RunArrangeOutsideBoard", WithView<Tools_RunArrangeOutsideBoard>},
+    {"ReportSpecs", ReportSpecs},
+    {"ReportNetlistStatus", ReportNets},
+    {"ReportPickNPlace", ReportPlaces},
+    {"CreateReportForComponent", OnLibrary<&Tools_CreateReportForComponent>},
+    {"CreateReportForLibrary", OnLibrary<&Tools_CreateReportForLibrary>},
+    {"DisplayReportFile", DisplayReport},
     {"TearDrops", AddTeardrops},
     {"TearDropsByDialog", TeardropsByDialog},
     {"GetCurrentTeardropOptions", TeardropOptions},
