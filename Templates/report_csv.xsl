@@ -92,8 +92,9 @@
   <!-- Quoted where it has to be, with quotes doubled. -->
   <xsl:template name="field">
     <xsl:param name="text"/>
+    <xsl:variable name="given" select="string($text)"/>
     <xsl:choose>
-      <xsl:when test="translate($text, ',&quot;&#10;&#13;', '') = $text and normalize-space($text) = $text">
+      <xsl:when test="translate($given, ',&quot;&#10;&#13;', '') = $given and normalize-space($given) = $given">
         <xsl:value-of select="$text"/>
       </xsl:when>
       <xsl:otherwise>

@@ -152,11 +152,6 @@ Status Client::RunProcess(const std::u16string& name, const std::u16string& para
   });
 }
 
-bool Client::IsOn(const std::u16string& section, const std::u16string& name) const {
-  bool value = false;
-  return !Failed(MakeHost<OptionsReader>(options_)->ReadBoolean(section, name, false, value)) && value;
-}
-
 ClientInstallation::ClientInstallation(Ref<Client> client)
     : client_(std::move(client)), previous_(std::exchange(installed_client, nullptr)) {
   Install(client_.Get());

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Editor/Client/OptionsStore.h"
+#include "Editor/Client/OptionsAccess.h"
 #include "Editor/Client/PcbServer.h"
 #include "Editor/Client/UIManager.h"
 #include "Editor/Model/HostProperty.h"
@@ -69,7 +69,8 @@ class Client final : public HostObject<IClient2> {
   Status GetState_InstallationFolder(std::u16string& value) noexcept override;
   Status GetState_SettingsFolder(std::u16string& value) noexcept override;
   // The option "HideDocumentPath" of the section "Client".
-  KETRIL_HOST_READ(IClient2, bool, HideDocumentPath, IsOn(u"Client", u"HideDocumentPath"))
+  KETRIL_HOST_READ(IClient2, bool, HideDocumentPath,
+                   ReadBoolean(options_, u"Client", u"HideDocumentPath").value_or(false))
   KETRIL_HOST_READ(IClient2, Ref<IServerDocumentView>, CurrentView, setup_.current_view)
   Status OpenOptionsReader(const std::u16string& server, const std::u16string& file,
                            Ref<IOptionsReader>& reader) noexcept override;
@@ -86,8 +87,6 @@ class Client final : public HostObject<IClient2> {
   Status ShowDocument(IServerDocument* document) noexcept override;
 
  private:
-  bool IsOn(const std::u16string& section, const std::u16string& name) const;
-
   const ClientSetup setup_;
   OptionsStore options_;
   const Ref<PcbServer> server_;

@@ -23,12 +23,16 @@ std::optional<bool> ToBoolean(std::u16string_view text) {
 
 }  // namespace
 
+std::optional<bool> ReadBoolean(const OptionsStore& store, const std::u16string& section,
+                                const std::u16string& key) {
+  const std::optional<std::u16string> stored = store.Read(section, key);
+  return stored ? ToBoolean(*stored) : std::nullopt;
+}
+
 Status OptionsReader::ReadBoolean(const std::u16string& section, const std::u16string& key, bool otherwise,
                                   bool& value) noexcept {
-  return HostCall("IOptionsReader.ReadBoolean", [&] {
-    const std::optional<std::u16string> stored = store_.Read(section, key);
-    value = (stored ? ToBoolean(*stored) : std::nullopt).value_or(otherwise);
-  });
+  return HostCall("IOptionsReader.ReadBoolean",
+                  [&] { value = Editor::ReadBoolean(store_, section, key).value_or(otherwise); });
 }
 
 Status OptionsReader::ReadString(const std::u16string& section, const std::u16string& key,

@@ -1,11 +1,17 @@
 // The stored options as readers and writers of a server's see them.
 #pragma once
 
+#include <optional>
+
 #include "Editor/Client/OptionsStore.h"
 #include "Editor/HostObject.h"
 #include "Interfaces/Workspace.h"
 
 namespace Ketril::Editor {
+
+// The stored value as a Boolean; empty when it is not there, or is none.
+std::optional<bool> ReadBoolean(const OptionsStore& store, const std::u16string& section,
+                                const std::u16string& key);
 
 // The store outlives both.
 class OptionsReader final : public HostObject<IOptionsReader> {

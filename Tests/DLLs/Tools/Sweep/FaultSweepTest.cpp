@@ -69,15 +69,18 @@ void ByPick(IPCB_Board* board) {
   tool(board, ViewOf(board).Get(), nullptr);
 }
 
-// Reports go to a file that is not kept, and come out as XML.
+// Reports go to a file that the next one replaces, and come out as XML.
 std::u16string ReportFile() {
   return (std::filesystem::temp_directory_path() / "ketril-sweep-report.txt").u16string();
 }
 
+// A part of each manner: the sweep costs the square of the calls.
 void ReportSpecs(IPCB_Board* board) {
   const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
-  for (const TBoardReportOptionText& option : kBoardReportOptionTexts)
-    parameters->AddParameter(option.Name, u"True");
+  for (const char16_t* option : {u"BoardSpecs", u"LayerPair", u"PlatedSlots", u"PadSolderMask",
+                                 u"RoutingInfo", u"CopperArea", u"SelectedObjects", u"ArcWidth"})
+    parameters->AddParameter(option, u"True");
+  dynamic_cast<Editor::Board&>(*board).file.path = std::filesystem::path(ReportFile()).string();
   const auto forms = Editor::MakeHost<Editor::ReportForms>(u"Sweep");
   forms->Add({u"XML", u"", true, true});
   Tools_ReportSpecs(parameters.Get(), board, forms.Get(), ReportFile());
