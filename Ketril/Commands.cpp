@@ -22,6 +22,7 @@
 #include "Ketril/Info.h"
 #include "Ketril/Interrupts.h"
 #include "Ketril/Moves.h"
+#include "Ketril/Reports.h"
 #include "Ketril/RunContext.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
@@ -173,10 +174,18 @@ void ListTools(const Options& options) {
       tools.push_back(
           {{"verb", verb.verb}, {"export", verb.export_name}, {"group", verb.group}, {"help", verb.help}});
     }
+    for (const ReportKind& kind : ReportKinds()) {
+      tools.push_back({{"verb", std::string("report ") + kind.word},
+                       {"export", kind.export_name},
+                       {"group", "Reports"},
+                       {"help", kind.help}});
+    }
     std::cout << tools.dump(2) << "\n";
     return;
   }
   for (const ToolVerb& verb : ToolVerbs()) std::cout << verb.verb << "\n    " << verb.help << "\n";
+  for (const ReportKind& kind : ReportKinds())
+    std::cout << "report " << kind.word << "\n    " << kind.help << "\n";
 }
 
 void ListObjects(const Options& options) {

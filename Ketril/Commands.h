@@ -31,6 +31,7 @@ struct Options {
   std::string word;                  // of a saying
   std::vector<std::string> formats;  // of reports
   bool ask = false;
+  std::string component;
   std::string into_room, into;
   bool outside = false;
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;

@@ -16,6 +16,7 @@
 #include "Editor/Picture/Picture.h"
 #include "Ketril/Answers.h"
 #include "Ketril/Exit.h"
+#include "Ketril/Footprints.h"
 #include "Ketril/RunContext.h"
 #include "Ketril/Session.h"
 #include "Ketril/ToolsLibrary.h"
@@ -96,6 +97,15 @@ std::optional<fs::file_time_type> TimeOf(const fs::path& file) {
   return error ? std::nullopt : std::optional(time);
 }
 
+// On the board's footprints as a library.
+void CallLibraryReport(const ReportKind& kind, const Options& options, const ToolsLibrary& library,
+                       Board& board, IReportOutputOptions*, const std::u16string& name) {
+  using Tool = void(IPCB_Board*, const std::u16string&, IPCB_Library*);
+  const Ref<Board> footprint = FootprintBoard(board, options.component);
+  library.Find<Tool>(kind.export_name)(footprint.Get(), fs::path(name).replace_extension("txt").u16string(),
+                                       FootprintsOf(board, options.component).Get());
+}
+
 constexpr std::array kKinds{
     ReportKind{
         "board", "Tools_ReportSpecs",
@@ -106,8 +116,12 @@ constexpr std::array kKinds{
                "html,csv,json,xml"},
     ReportKind{"placement", "Tools_ReportPickNPlace", "The pick-and-place file: where each component goes",
                "csv,txt"},
+    ReportKind{"component", "Tools_CreateReportForComponent",
+               "The footprint of a component: its size, its objects by layer", "txt"},
+    ReportKind{"library", "Tools_CreateReportForLibrary", "The footprints of the board, by name", "txt"},
 };
-constexpr std::array<Caller, kKinds.size()> kCallers{CallBoardReport, CallNetReport, CallPlacement};
+constexpr std::array<Caller, kKinds.size()> kCallers{CallBoardReport, CallNetReport, CallPlacement,
+                                                     CallLibraryReport, CallLibraryReport};
 
 }  // namespace
 

@@ -198,6 +198,11 @@ void AddReports(CLI::App& app, Options& options) {
     verb->add_option("--report-dir", options.report_dir, "Where it goes; without it beside the board")
         ->type_name("DIR");
     if (kind.export_name == std::string_view("Tools_ReportSpecs")) AddBoardReportOptions(*verb, options);
+    if (kind.export_name == std::string_view("Tools_CreateReportForComponent")) {
+      verb->add_option("--component", options.component, "Whose footprint, by its designator")
+          ->required()
+          ->type_name("NAME");
+    }
     AddUnits(*verb, options);
     verb->callback([&kind, &options] { Report(kind, options); });
   }

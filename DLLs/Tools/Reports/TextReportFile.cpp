@@ -23,13 +23,15 @@ std::optional<std::filesystem::path> NewTempName() {
   return name;
 }
 
-void MoveCursorToTop(const Ref<IClient2>& client, const Ref<IServerDocument>& document) {
+// Of a document of the text editor; false for any other.
+bool MoveCursorToTop(const Ref<IClient2>& client, const Ref<IServerDocument>& document) {
   const std::u16string server_name = On(document).Read(&IServerDocument::GetState_ServerName);
-  if (!Platform::EqualsIgnoringAsciiCase(server_name, u"TextEdit")) return;
+  if (!Platform::EqualsIgnoringAsciiCase(server_name, u"TextEdit")) return false;
   const auto server = Probe<IServerModule>(On(client).Read(&IClient2::GetServerByName, server_name));
   const Ref<IServerDocumentView> view = On(document).Read(&IServerDocument::GetState_View);
   if (server && view)
     On(server).Call(&IServerModule::RunProcessOnView, u"TextEdit:MoveCursorToTopOfDocument", u"", view.Get());
+  return true;
 }
 
 }  // namespace
@@ -62,7 +64,7 @@ void LoadReportIntoTextEditor(const std::u16string& file_name) {
   if (!client || !std::filesystem::exists(PathOf(file_name), ignored)) return;
   if (const auto open = On(client).Read(&IClient2::GetDocumentByPath, file_name)) {
     On(client).Call(&IClient2::ShowDocument, open.Get());
-    return MoveCursorToTop(client, open);
+    if (MoveCursorToTop(client, open)) return;
   }
   const std::u16string kind = On(client).Read(&IClient2::GetDocumentKind, file_name);
   const Ref<IServerDocument> document = On(client).Read(&IClient2::OpenDocument, kind, file_name);

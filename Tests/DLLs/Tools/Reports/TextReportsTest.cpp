@@ -226,16 +226,21 @@ TEST_F(ComponentReports, ALibraryListsItsNames) {
 }
 
 TEST_F(TextReports, AFileIsShownWhereItIsOpenOrInItsEditor) {
-  const auto document = Editor::MakeHost<Editor::ServerDocument>(Name("g.txt"), u"TEXTEDIT", nullptr);
   Editor::ClientSetup setup;
-  setup.open_documents = {document};
+  setup.open_documents = {Editor::MakeHost<Editor::ServerDocument>(Name("text.txt"), u"TEXTEDIT"),
+                          Editor::MakeHost<Editor::ServerDocument>(Name("other.txt"), u"Other")};
   Install(std::move(setup));
-  DisplayReportFile(Name("g.txt"), false);  // it is not there
-  EXPECT_TRUE(shown.empty());
-  std::ofstream(folder / "g.txt") << "text";
-  DisplayReportFile(Name("g.txt"), false);
-  DisplayReportFile(Name("h.txt"), true);  // the spreadsheet's business
-  EXPECT_EQ(shown, (std::vector<std::string>{"g.txt", "h.txt"}));
+  const auto shown_for = [&](const char* name, bool as_spread) {
+    shown.clear();
+    DisplayReportFile(Name(name), as_spread);
+    return shown.size();
+  };
+  EXPECT_EQ(shown_for("text.txt", false), 0u);  // the file is not there
+  for (const char* name : {"text.txt", "other.txt", "closed.txt"}) std::ofstream(folder / name) << "text";
+  EXPECT_EQ(shown_for("text.txt", false), 1u);
+  EXPECT_EQ(shown_for("other.txt", false), 2u);  // once more, in the text editor
+  EXPECT_EQ(shown_for("closed.txt", false), 1u);
+  EXPECT_EQ(shown_for("gone.txt", true), 1u);  // the spreadsheet's business
 }
 
 }  // namespace
