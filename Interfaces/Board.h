@@ -72,12 +72,15 @@ class IPCB_HitFilter : public IInterface {
   virtual Status Accepts(IPCB_Primitive* primitive, bool& accepted) noexcept = 0;
 };
 
+class IServerDocument;
+
 // A window on a document, and on a board in particular.
 class IServerDocumentView : public IInterface {
  public:
   using Base = IInterface;
   static constexpr InterfaceId Id{"IServerDocumentView"};
   KETRIL_READ(std::u16string, ViewName);
+  KETRIL_READ(Ref<IServerDocument>, OwnerDocument);  // empty for a board that has no file
 };
 class IPCBGraphicalViewInterface : public IServerDocumentView {
  public:

@@ -14,6 +14,7 @@
 
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
+#include "Interfaces/Reports.h"
 #include "Interfaces/Teardrops.h"
 
 #pragma GCC visibility push(default)
@@ -132,6 +133,26 @@ void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName);
 // Two components exchange their places, sides, rotations, the places of their texts and their unions: the two
 // that are selected, when nothing else is, otherwise pairs that the user picks until he cancels.
 void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+// The board information report. Parameters of the names of TBoardReportOption, without their prefix and with
+// the value True, choose what it tells, or All all of it; without any of them the stored choice and the
+// board's dialog. AOptions are the forms in which it is written; empty: by the default style sheet. AFileName
+// is the path after which it is named; empty: the board's.
+void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,
+                       const std::u16string& AFileName);
+
+// The net status report: each net, its layer and its routed length.
+void Tools_ReportNetlistStatus(IPCB_Board* ABoard, const std::u16string& AFileName,
+                               IReportOutputOptions* AOptions);
+// The pick-and-place file, as quoted values for the format "CSV", else in fixed columns; it is shown.
+void Tools_ReportPickNPlace(IPCB_Board* ABoard, const std::u16string& AFileName,
+                            const std::u16string& AFormat);
+// Texts on a footprint library and its current component, which lies on ABoard; they are shown.
+void Tools_CreateReportForComponent(IPCB_Board* ABoard, const std::u16string& AFileName,
+                                    IPCB_Library* ALibrary);
+void Tools_CreateReportForLibrary(IPCB_Board* ABoard, const std::u16string& AFileName,
+                                  IPCB_Library* ALibrary);
+// Shows a written report, as a spreadsheet or in the text editor.
+void Tools_DisplayReportFile(const std::u16string& AFileName, bool AAsSpread);
 
 // Gives a view of the library's memory, for diagnostics; the values are those of the moment in which they are
 // read. Returns 0.

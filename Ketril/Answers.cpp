@@ -11,6 +11,7 @@
 #include "Ketril/Exit.h"
 #include "Ketril/Interrupts.h"
 #include "Ketril/PlacementDialogs.h"
+#include "Ketril/ReportDialog.h"
 #include "Ketril/TeardropDialog.h"
 #include "Platform/Text.h"
 
@@ -169,10 +170,14 @@ bool Answers::AddField(const std::string& name, const std::string& value) {
     fields_.emplace_back(name, value);
     return true;
   }
-  if (!name.starts_with("Alignment_") && !name.starts_with("RoomArrange_")) return false;
+  if (!name.starts_with("Alignment_") && !name.starts_with("RoomArrange_") &&
+      !name.starts_with("BoardReport_"))
+    return false;
   Editor::AlignmentAnswer alignment;
+  TBoardReportOptionSet report;
   const Ref<Editor::RoomArrangeOptions> rooms = Editor::MakeHost<Editor::RoomArrangeOptions>();
-  if (!SetAlignmentField(alignment, name, value) && !SetRoomArrangeField(*rooms.Get(), name, value))
+  if (!SetAlignmentField(alignment, name, value) && !SetRoomArrangeField(*rooms.Get(), name, value) &&
+      !SetBoardReportField(report, name, value))
     throw Failure(kExit_Usage, name + "=" + value + ": no dialog has that name and value");
   fields_.emplace_back(name, value);
   return true;
@@ -270,6 +275,22 @@ bool Answers::UnusedPadsDialog(TUnusedPadsOptions& options) {
   return FillDialog(
       "Unused pads", "UnusedPads_", UnusedPadsFields(),
       [&](const auto& name, const auto& value) { return SetUnusedPadsField(options, name, value); });
+}
+
+bool Answers::BoardReportDialog(TBoardReportOptionSet& options) {
+  bool answered = always_yes_;
+  for (const auto& [name, value] : fields_) answered |= SetBoardReportField(options, name, value);
+  if (answered) return true;
+  if (in_) {
+    return EditFields(
+        BoardReportFields(options).c_str(),
+        [&](const std::string& name, const std::string& value) {
+          return SetBoardReportField(options, name, value);
+        },
+        *in_, out_);
+  }
+  unanswered_.emplace_back("Board report options");
+  return false;
 }
 
 bool Answers::EditTeardropOptions(TTeardropOptionsEx& options) {

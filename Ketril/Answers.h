@@ -14,10 +14,10 @@
 // or the name of a component or room. `Enter ... = text` answers a text. Picks of the command line come
 // first; where all are used up, a further pick is cancelled.
 //
-// Lines `Alignment_... = value` and `RoomArrange_... = value` answer the dialogs of those names, as
-// PlacementDialogs.h tells, and `Stitch_...`, `Shield_...` and `UnusedPads_...` those of ViaDialogs.h. A line
-// `TeardropParam_... = number` answers the dialog of the teardrop options: those that are named change, and
-// the dialog is accepted.
+// Lines `Alignment_... = value`, `RoomArrange_... = value` and `BoardReport_... = yes|no` answer the dialogs
+// of those names, as PlacementDialogs.h and ReportDialog.h tell, and `Stitch_...`, `Shield_...` and
+// `UnusedPads_...` those of ViaDialogs.h. A line `TeardropParam_... = number` answers the dialog of the
+// teardrop options: those that are named change, and the dialog is accepted.
 #pragma once
 
 #include <functional>
@@ -68,6 +68,7 @@ class Answers {
   bool StitchingDialog(Editor::Board& board, Editor::StitchSettings& settings);
   bool ShieldingDialog(Editor::Board& board, Editor::ShieldSettings& settings);
   bool UnusedPadsDialog(TUnusedPadsOptions& options);
+  bool BoardReportDialog(TBoardReportOptionSet& options);
 
   // The user stopped the tool.
   bool Aborted() const { return aborted_; }

@@ -26,6 +26,8 @@
 #include "Ketril/Interrupts.h"
 #include "Ketril/Moves.h"
 #include "Ketril/PlacementSummary.h"
+#include "Ketril/Reports.h"
+#include "Ketril/RunContext.h"
 #include "Ketril/Session.h"
 #include "Ketril/Summary.h"
 #include "Ketril/TeardropDialog.h"
@@ -41,25 +43,6 @@ namespace {
 using Editor::Board;
 using Editor::Primitive;
 using nlohmann::ordered_json;
-
-Ref<Board> Open(const std::string& path) {
-  try {
-    Editor::FileWarnings warnings;
-    Ref<Board> board = Editor::ReadBoard(path, &warnings);
-    for (const std::string& warning : warnings) std::cerr << "ketril: warning: " << warning << "\n";
-    return board;
-  } catch (const Editor::FileError& error) {
-    throw Failure(kExit_Unreadable, error.what());
-  }
-}
-
-Editor::Selection ParseSelection(const std::string& text, Editor::LengthUnit unit) {
-  try {
-    return Editor::Selection(text, unit);
-  } catch (const Editor::SelectionError& error) {
-    throw Failure(kExit_Usage, error.what());
-  }
-}
 
 // "X,Y,WIDTH,HEIGHT" of a box whose corner (X, Y) is the upper left one, as the board file has places.
 TCoordRect ParseBox(const std::string& text, Editor::LengthUnit unit, const char* option) {
@@ -124,16 +107,6 @@ void ChangeSettings(const Options& options, Board& board) {
   (void)placer->SetState_PlaceSmallClear(clearance);
 }
 
-void WriteOut(const std::string& path, const std::string& text) {
-  try {
-    Platform::TReplacementFile file(path);
-    file.Write(text);
-    file.Commit();
-  } catch (const std::exception& error) {
-    throw Failure(kExit_Failed, error.what());
-  }
-}
-
 // Where the board goes; empty for nowhere. Raises Failure when the command line leaves it open.
 std::string Destination(const Options& options) {
   if (options.dry_run) return {};
@@ -158,20 +131,6 @@ void DrawResult(const Options& options, Board& board, const std::vector<Editor::
     look.highlight = [&](const Primitive& object, const Board&) { return changed.contains(&object); };
   for (const Move& move : moves) look.ghosts.push_back({move.from_box, move.to_box});
   WriteOut(options.picture, Editor::DrawSvg(board, look));
-}
-
-// What -D gave, as the tools take it; empty without any. Raises Failure.
-Ref<IParameterList> ParametersOf(const Options& options) {
-  if (options.parameters.empty() && options.file.empty()) return {};
-  const Ref<Editor::Parameters> list = Editor::MakeHost<Editor::Parameters>();
-  if (!options.file.empty()) list->AddParameter(u"FileName", Platform::ToUtf16(options.file));
-  for (const std::string& text : options.parameters) {
-    const std::size_t equals = text.find('=');
-    if (equals == 0 || equals == text.npos)
-      throw Failure(kExit_Usage, "-D " + text + ": expected NAME=VALUE");
-    list->AddParameter(Platform::ToUtf16(text.substr(0, equals)), Platform::ToUtf16(text.substr(equals + 1)));
-  }
-  return Ref<IParameterList>(list.Get());
 }
 
 // Raises Failure for a file that a tool could not read either.
@@ -271,10 +230,18 @@ void ListTools(const Options& options) {
       tools.push_back(
           {{"verb", verb.verb}, {"export", verb.export_name}, {"group", verb.group}, {"help", verb.help}});
     }
+    for (const ReportKind& kind : ReportKinds()) {
+      tools.push_back({{"verb", std::string("report ") + kind.word},
+                       {"export", kind.export_name},
+                       {"group", "Reports"},
+                       {"help", kind.help}});
+    }
     std::cout << tools.dump(2) << "\n";
     return;
   }
   for (const ToolVerb& verb : ToolVerbs()) std::cout << verb.verb << "\n    " << verb.help << "\n";
+  for (const ReportKind& kind : ReportKinds())
+    std::cout << "report " << kind.word << "\n    " << kind.help << "\n";
 }
 
 void ListObjects(const Options& options) {

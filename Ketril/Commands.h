@@ -32,6 +32,9 @@ struct Options {
   std::vector<std::string> picks;             // places
   std::map<std::string, std::string> fields;  // of dialogs, by name; empty ones were not given
   std::string word;                           // of a saying
+  std::vector<std::string> formats;           // of reports
+  bool ask = false;
+  std::string component;
   std::string into_room, into;
   std::string file;           // a pick-and-place file
   std::string first, second;  // components

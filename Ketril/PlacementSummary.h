@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Editor/Client/Workspace.h"
+#include "Editor/Client/MessagePanel.h"
 #include "Editor/Model/Board.h"
 
 namespace Ketril::Command {

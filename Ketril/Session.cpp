@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "Editor/Client/Progress.h"
+#include "Ketril/Reports.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Command {
@@ -73,6 +74,12 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
     if (files_stay) std::fprintf(stderr, "written: %s\n", file.string().c_str());
   };
   setup.current_board = board;
+  if (board) setup.current_view = board->view;
+  setup.installation_folder = InstallationFolder();
+  setup.notify = [](const std::u16string& title, const std::u16string& text, const std::u16string&,
+                    const std::u16string&) {
+    std::fprintf(stderr, "%s %s\n", Platform::ToUtf8(title).c_str(), Platform::ToUtf8(text).c_str());
+  };
   setup.choose_location = [&answers](const std::u16string& prompt) { return answers.Pick(prompt); };
   setup.choose_rectangle = [&answers](const std::u16string& first_prompt,
                                       const std::u16string& second_prompt) -> std::optional<TCoordRect> {
@@ -95,6 +102,9 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
   };
   setup.dialogs.unused_pads = [&answers](TUnusedPadsOptions& options) {
     return answers.UnusedPadsDialog(options);
+  };
+  setup.dialogs.board_report = [&answers](TBoardReportOptionSet& options) {
+    return answers.BoardReportDialog(options);
   };
   return Editor::MakeHost<Editor::Client>(std::move(setup));
 }

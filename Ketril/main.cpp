@@ -5,6 +5,7 @@
 
 #include "Ketril/Commands.h"
 #include "Ketril/Exit.h"
+#include "Ketril/Reports.h"
 
 namespace Ketril::Command {
 
@@ -248,6 +249,43 @@ void AddGridCorrections(CLI::App& app, Options& options) {
   }
 }
 
+void AddBoardReportOptions(CLI::App& verb, Options& options) {
+  verb.add_option("--select", options.select, "Only what a selection matches counts; as with other verbs")
+      ->type_name("SELECTION");
+  verb.add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
+      ->type_name("NAME=VALUE")
+      ->expected(1)
+      ->take_all()
+      ->allow_extra_args(false);
+  verb.add_flag("--ask", options.ask, "By the stored choice and the dialog");
+  verb.add_flag("-y,--yes", options.yes, "Accept the dialog as it is");
+  verb.add_option("--answers", options.answers, "Answers to questions, a line each")->type_name("FILE");
+}
+
+void AddReports(CLI::App& app, Options& options) {
+  CLI::App* report = app.add_subcommand("report", "Write a report on a board");
+  report->group("Reports");
+  report->require_subcommand(1);
+  for (const ReportKind& kind : ReportKinds()) {
+    CLI::App* verb = report->add_subcommand(kind.word, kind.help);
+    AddBoard(*verb, options);
+    verb->add_option("--format", options.formats, "One or several with commas between")
+        ->delimiter(',')
+        ->check(CLI::IsMember(kind.Formats()))
+        ->type_name("FORMATS");
+    verb->add_option("--report-dir", options.report_dir, "Where it goes; without it beside the board")
+        ->type_name("DIR");
+    if (kind.export_name == std::string_view("Tools_ReportSpecs")) AddBoardReportOptions(*verb, options);
+    if (kind.export_name == std::string_view("Tools_CreateReportForComponent")) {
+      verb->add_option("--component", options.component, "Whose footprint, by its designator")
+          ->required()
+          ->type_name("NAME");
+    }
+    AddUnits(*verb, options);
+    verb->callback([&kind, &options] { Report(kind, options); });
+  }
+}
+
 int Main(int argc, char** argv) {
   CLI::App app{"Board tools: run them on a board file, or look at one."};
   app.name("ketril");
@@ -262,6 +300,7 @@ int Main(int argc, char** argv) {
   AddTools(app, options);
   AddSayings(app, options);
   AddGridCorrections(app, options);
+  AddReports(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -20,7 +20,8 @@ install(TARGETS KetrilInterfaces KetrilPlatform KetrilTools KetrilEditor ketril 
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/Interfaces ${CMAKE_SOURCE_DIR}/Platform ${CMAKE_SOURCE_DIR}/Editor
-        DESTINATION ${header_dir} FILES_MATCHING PATTERN "*.h")
+        DESTINATION ${header_dir} FILES_MATCHING PATTERN "*.h" PATTERN "XmlErrors.h" EXCLUDE)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/Templates DESTINATION ${CMAKE_INSTALL_DATADIR}/ketril)
 install(EXPORT KetrilToolsTargets NAMESPACE Ketril:: DESTINATION ${package_dir})
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KetrilToolsConfig.cmake.in

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Editor/Client/OptionsAccess.h"
+#include "Editor/Client/Parameters.h"
 #include "Editor/HostCall.h"
 #include "Platform/Modules.h"
 #include "Platform/Text.h"
@@ -124,7 +126,8 @@ Client::Client(ClientSetup setup)
                                              : OptionsStore(setup_.options_folder / "KETRIL.INI")),
       server_(MakeHost<PcbServer>(setup_.teardrop_dialog,
                                   setup_.shove_passes.value_or(StoredShovePasses(options_)))),
-      workspace_(MakeHost<Workspace>(setup_.messages)) {
+      panel_(MakeHost<PanelWorkspace>(setup_.messages)),
+      notifications_(MakeNotificationService(setup_.notify)) {
   if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm, setup_.show_message);
 }
 
@@ -180,12 +183,13 @@ Status Client::RecordPlacement(std::int32_t line, const std::u16string& designat
 
 Status Client::RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept {
   return HostCall("IClient.RunProcess", [&] {
-    if (name != u"Client:OpenDocument") return Status::InvalidArgument;
-    constexpr std::u16string_view kFileName = u"FileName=";
-    const std::size_t begin = parameters.find(kFileName);
-    if (begin == parameters.npos) return Status::InvalidArgument;
-    const std::u16string rest = parameters.substr(begin + kFileName.size());
-    if (setup_.open_document) setup_.open_document(rest.substr(0, rest.find(u'|')));
+    if (name != u"Client:OpenDocument" && name != u"WorkspaceManager:OpenObject")
+      return Status::InvalidArgument;
+    const Ref<Parameters> list = MakeHost<Parameters>();
+    list->SetFromWide(parameters.c_str());
+    std::u16string file;
+    if (!list->GetParameter(u"FileName", file)) return Status::InvalidArgument;
+    if (setup_.open_document) setup_.open_document(Platform::ToUtf8(file));
     return Status::Ok;
   });
 }

@@ -5,11 +5,14 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "Editor/Client/OptionsStore.h"
+#include "Editor/Client/MessagePanel.h"
+#include "Editor/Client/OptionsAccess.h"
 #include "Editor/Client/PcbServer.h"
 #include "Editor/Client/UIManager.h"
-#include "Editor/Client/Workspace.h"
+#include "Editor/Model/HostProperty.h"
+#include "Interfaces/Workspace.h"
 #include "Platform/Dialogs.h"
 
 namespace Ketril::Editor {
@@ -24,6 +27,10 @@ using MessageProvider = std::function<void(const std::u16string& text, Platform:
 using LocationPick = std::function<std::optional<TCoordPoint>(const std::u16string& prompt)>;
 using RectanglePick = std::function<std::optional<TCoordRect>(const std::u16string& first_prompt,
                                                               const std::u16string& second_prompt)>;
+
+// Takes a message that waits for the user, and the process that it offers.
+using NotificationSink = std::function<void(const std::u16string& title, const std::u16string& text,
+                                            const std::u16string& process, const std::u16string& parameters)>;
 
 // What the embedder of the editor decides.
 struct ClientSetup {
@@ -42,9 +49,14 @@ struct ClientSetup {
   MessageProvider show_message = {};  // null: the dialog service shows messages as the platform does
   MessagePanel messages = {};
   PlacementRecord record_placement = {};  // null: none is kept
+  Ref<IServerDocumentView> current_view = nullptr;
+  std::filesystem::path installation_folder = {};  // holds Templates
+  NotificationSink notify = {};                    // null: the client has no such service
+  Ref<IWorkspace> workspace = nullptr;
+  std::vector<Ref<IServerDocument>> open_documents = {};
 };
 
-class Client final : public HostObject<IClient, IPlacementRecorder> {
+class Client final : public HostObject<IClient2, IPlacementRecorder> {
  public:
   // Raises std::filesystem::filesystem_error when the options are there and cannot be read.
   explicit Client(ClientSetup setup);
@@ -61,20 +73,46 @@ class Client final : public HostObject<IClient, IPlacementRecorder> {
                      const std::u16string& value) noexcept override;
   Status RecordPlacement(std::int32_t line, const std::u16string& designator,
                          TPlacementOutcome outcome) noexcept override;
-  IOrvexWorkSpace* GetWorkspace() const { return workspace_.Get(); }
-  // "Client:OpenDocument" is the only process.
+  IOrvexWorkSpace* GetWorkspace() const { return panel_.Get(); }
+  // "Client:OpenDocument" and "WorkspaceManager:OpenObject", which both show a file.
   Status RunProcess(const std::u16string& name, const std::u16string& parameters) noexcept override;
   // There is no screen to hold still meanwhile.
   Status BeginShove() noexcept override;
   Status EndShove() noexcept override;
 
+  KETRIL_HOST_READ(IClient2, Ref<IWorkspace>, Workspace, setup_.workspace)
+  KETRIL_HOST_READ(IClient2, Ref<INotificationService>, NotificationService, notifications_)
+  Status GetState_InstallationFolder(std::u16string& value) noexcept override;
+  Status GetState_SettingsFolder(std::u16string& value) noexcept override;
+  // The option "HideDocumentPath" of the section "Client".
+  KETRIL_HOST_READ(IClient2, bool, HideDocumentPath,
+                   ReadBoolean(options_, u"Client", u"HideDocumentPath").value_or(false))
+  KETRIL_HOST_READ(IClient2, Ref<IServerDocumentView>, CurrentView, setup_.current_view)
+  Status OpenOptionsReader(const std::u16string& server, const std::u16string& file,
+                           Ref<IOptionsReader>& reader) noexcept override;
+  Status OpenOptionsWriter(const std::u16string& server, const std::u16string& file,
+                           Ref<IOptionsWriter>& writer) noexcept override;
+  // The folders stand in stored paths as %InstallationFolder% and %SettingsFolder%.
+  Status GetExpandedEnvironmentPath(const std::u16string& path, std::u16string& expanded) noexcept override;
+  Status GetContractedEnvironmentPath(const std::u16string& path,
+                                      std::u16string& contracted) noexcept override;
+  Status GetDocumentByPath(const std::u16string& path, Ref<IServerDocument>& document) noexcept override;
+  Status GetDocumentKind(const std::u16string& path, std::u16string& kind) noexcept override;
+  Status OpenDocument(const std::u16string& kind, const std::u16string& path,
+                      Ref<IServerDocument>& document) noexcept override;
+  Status ShowDocument(IServerDocument* document) noexcept override;
+
  private:
   const ClientSetup setup_;
   OptionsStore options_;
   const Ref<PcbServer> server_;
-  const Ref<Workspace> workspace_;
+  const Ref<PanelWorkspace> panel_;
   Ref<IDialogService> dialogs_;
+  Ref<INotificationService> notifications_;
 };
+
+// Empty without a sink.
+Ref<INotificationService> MakeNotificationService(const NotificationSink& sink);
 
 // Of the client that is installed; null when none is.
 const ClientSetup* InstalledSetup();

@@ -5,6 +5,7 @@
 
 #include "Editor/HostObject.h"
 #include "Interfaces/Board.h"
+#include "Interfaces/Reports.h"
 
 namespace Ketril::Editor {
 
@@ -26,6 +27,7 @@ struct BoardDialogs {
   std::function<bool(Board& board, StitchSettings& settings)> via_stitching = {};
   std::function<bool(Board& board, ShieldSettings& settings)> via_shielding = {};
   std::function<bool(TUnusedPadsOptions& options)> unused_pads = {};
+  std::function<bool(TBoardReportOptionSet& options)> board_report = {};
 };
 
 // Asks the dialogs of the client that is installed at the moment of the question.

@@ -3,14 +3,25 @@
 #include <algorithm>
 #include <utility>
 
+#include "Editor/Client/Workspace.h"
 #include "Editor/HostCall.h"
 #include "Editor/Model/Board.h"
 #include "Editor/Model/HitTest.h"
+#include "Platform/Text.h"
 
 namespace Ketril::Editor {
 
 Status View::GetState_ViewName(std::u16string& value) noexcept {
   return HostCall("IServerDocumentView.GetState_ViewName", [&] { value = u"PCB"; });
+}
+
+Status View::GetState_OwnerDocument(Ref<IServerDocument>& value) noexcept {
+  return HostCall("IServerDocumentView.GetState_OwnerDocument", [&] {
+    const bool has_file = board_ && !board_->file.path.empty();
+    value = has_file ? Ref<IServerDocument>(
+                           MakeHost<ServerDocument>(Platform::ToUtf16(board_->file.path), u"PCB", this))
+                     : nullptr;
+  });
 }
 
 Status View::UpdateWindows() noexcept {

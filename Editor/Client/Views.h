@@ -17,6 +17,7 @@ class View final : public HostObject<IPCBGraphicalViewInterface> {
   void LoseBoard() { board_ = nullptr; }
 
   Status GetState_ViewName(std::u16string& value) noexcept override;
+  Status GetState_OwnerDocument(Ref<IServerDocument>& value) noexcept override;
   Status UpdateWindows() noexcept override;
   Status SetCurrentMode(TDisplay mode) noexcept override;
   Status HitTest(TCoordPoint point, TObjectSet objects, IPCB_LayerSet* layers, TIterationMethod method,

@@ -60,8 +60,9 @@ struct BoardText {
 
 // Lives as long as somebody holds it. When it dies, objects that are still held stay as they are, on no
 // board.
-class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure,
-                                           IPCB_BoardMessages, IPCB_BoardRooms, IPCB_BoardUnions> {
+class Board final
+    : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure, IPCB_BoardMessages,
+                             IPCB_BoardRooms, IPCB_BoardUnions, IPCB_BoardReports> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
   struct Data {};
@@ -216,6 +217,9 @@ class Board final : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_B
 
   KETRIL_HOST_METHOD(IPCB_BoardUnions, AddToUnion, (std::int32_t union_index, IPCB_Primitive* object),
                      PutIntoUnion(union_index, FromInterface(object)))
+  // Those of the file, and the multi-layer.
+  Status GetState_LayerIterator(Ref<IPCB_LayerIterator>& value) noexcept override;
+  Status EditBoardReportOptions(TBoardReportOptionSet& options, bool& accepted) noexcept override;
 
   Status GetState_Area(double& value) noexcept override;
   Status GetState_CopperBodyList(Ref<IPCB_CopperBodyList>& value) noexcept override;

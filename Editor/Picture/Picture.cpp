@@ -293,7 +293,11 @@ std::string DrawSvg(Board& board, const PictureOptions& options) {
   const TCoordRect view = painter.View();
   Svg svg;
   svg << "<svg xmlns=\"http://www.w3.org/2000/svg\" ";
-  PutSize(svg, Width(view), Height(view), "mm");
+  if (options.fills_window) {
+    svg << "width=\"100%\" height=\"100%\"";
+  } else {
+    PutSize(svg, Width(view), Height(view), "mm");
+  }
   PutViewBox(svg, view);
   svg << "<title>" << Xml{TitleOf(board)} << "</title>\n" << kStyle << painter.Paint(view) << "</svg>\n";
   return svg.Take();

@@ -22,6 +22,7 @@ struct PictureOptions {
   // Objects to show brightly, with everything else dimmed; none when empty.
   std::function<bool(const Primitive&, const Board&)> highlight;
   std::vector<Ghost> ghosts;  // the picture is as large as to show them
+  bool fills_window = false;  // as large as what shows it, instead of the board's own size
 };
 
 // UTF-8. An empty board gives an empty picture of 10 by 10 mm.

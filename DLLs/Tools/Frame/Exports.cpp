@@ -7,6 +7,9 @@
 #include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
 #include "DLLs/Tools/Placement/PlaceFromFile.h"
 #include "DLLs/Tools/Placement/SwapComponents.h"
+#include "DLLs/Tools/Reports/PickNPlace.h"
+#include "DLLs/Tools/Reports/ReportsTool.h"
+#include "DLLs/Tools/Reports/TextReportFile.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
 #include "DLLs/Tools/Vias/UnusedPads.h"
@@ -183,6 +186,33 @@ void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName) {
 }
 void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
   RunOnInterfaces(SwapComponents, ABoard, AView);
+}
+
+void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,
+                       const std::u16string& AFileName) {
+  RunTool<kStandard>(ReportSpecs, ABoard, AParameters, AOptions, AFileName);
+}
+
+void Tools_ReportNetlistStatus(IPCB_Board* ABoard, const std::u16string& AFileName,
+                               IReportOutputOptions* AOptions) {
+  RunTool<kStandard>(ReportNetlistStatus, ABoard, AFileName, AOptions);
+}
+void Tools_ReportPickNPlace(IPCB_Board* ABoard, const std::u16string& AFileName,
+                            const std::u16string& AFormat) {
+  RunTool<kStandard>(ReportPickNPlace, ABoard, AFileName, AFormat);
+}
+void Tools_CreateReportForComponent(IPCB_Board* ABoard, const std::u16string& AFileName,
+                                    IPCB_Library* ALibrary) {
+  RunTool<kStandard>(CreateReportForComponent, ABoard, AFileName, ALibrary);
+}
+void Tools_CreateReportForLibrary(IPCB_Board* ABoard, const std::u16string& AFileName,
+                                  IPCB_Library* ALibrary) {
+  RunTool<kStandard>(CreateReportForLibrary, ABoard, AFileName, ALibrary);
+}
+void Tools_DisplayReportFile(const std::u16string& AFileName, bool AAsSpread) {
+  const std::u16string file_name = AFileName;
+  const TObjectScope scope;
+  DisplayReportFile(file_name, AAsSpread);
 }
 
 }  // namespace Ketril

@@ -1,7 +1,7 @@
 // The workspace around the editor, and its message panel.
 #pragma once
 
-#include "Interfaces/Workspace.h"
+#include "Interfaces/MessagePanel.h"
 
 namespace Ketril::Tools {
 

@@ -19,6 +19,7 @@ struct View final : CountedObject<IServerDocumentView> {
     value = u"view";
     return Status::Ok;
   }
+  Status GetState_OwnerDocument(Ref<IServerDocument>&) noexcept override { return Status::Ok; }
 };
 
 TEST(ToolFrame, HoldsItsArgumentsForTheLengthOfTheCall) {

@@ -15,7 +15,9 @@
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
+#include "Editor/Client/ReportForms.h"
 #include "Editor/HostCall.h"
+#include "Editor/Model/Library.h"
 #include "Editor/Rules/Rule.h"
 #include "Editor/Vias/ViaOptions.h"
 #include "Interfaces/Tools.h"
@@ -70,6 +72,42 @@ void WithView(IPCB_Board* board) {
 template <auto tool>
 void ByPick(IPCB_Board* board) {
   tool(board, ViewOf(board).Get(), nullptr);
+}
+
+// Reports go to a file that the next one replaces, and come out as XML.
+std::u16string ReportFile() {
+  return (std::filesystem::temp_directory_path() / "ketril-sweep-report.txt").u16string();
+}
+
+// A part of each manner: the sweep costs the square of the calls.
+void ReportSpecs(IPCB_Board* board) {
+  const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+  for (const char16_t* option : {u"BoardSpecs", u"LayerPair", u"PlatedSlots", u"PadSolderMask",
+                                 u"RoutingInfo", u"CopperArea", u"SelectedObjects", u"ArcWidth"})
+    parameters->AddParameter(option, u"True");
+  dynamic_cast<Editor::Board&>(*board).file.path = std::filesystem::path(ReportFile()).string();
+  const auto forms = Editor::MakeHost<Editor::ReportForms>(u"Sweep");
+  forms->Add({u"XML", u"", true, true});
+  Tools_ReportSpecs(parameters.Get(), board, forms.Get(), ReportFile());
+}
+
+void ReportNets(IPCB_Board* board) {
+  Tools_ReportNetlistStatus(board, ReportFile(), Editor::MakeHost<Editor::ReportForms>(u"Sweep").Get());
+}
+
+void ReportPlaces(IPCB_Board* board) {
+  Tools_ReportPickNPlace(board, ReportFile(), u"CSV");
+}
+
+template <auto tool>
+void OnLibrary(IPCB_Board* board) {
+  const auto library = Editor::MakeHost<Editor::Library>();
+  for (int i = 0; i < 3; ++i) library->components.push_back(Editor::MakeHost<Editor::LibComponent>());
+  tool(board, ReportFile(), library.Get());
+}
+
+void DisplayReport(IPCB_Board*) {
+  Tools_DisplayReportFile(ReportFile(), true);
 }
 
 Editor::Rule& PutRoom(Editor::Board& board) {
@@ -254,6 +292,12 @@ const SweptExport kExports[] = {
     {"PlaceFromFile", PlaceFromFile},
     {"SwapComponents", SwapSelected},
     {"SwapComponentsByPick", WithView<Tools_SwapComponents>},
+    {"ReportSpecs", ReportSpecs},
+    {"ReportNetlistStatus", ReportNets},
+    {"ReportPickNPlace", ReportPlaces},
+    {"CreateReportForComponent", OnLibrary<&Tools_CreateReportForComponent>},
+    {"CreateReportForLibrary", OnLibrary<&Tools_CreateReportForLibrary>},
+    {"DisplayReportFile", DisplayReport},
     {"TearDrops", AddTeardrops},
     {"TearDropsByDialog", TeardropsByDialog},
     {"GetCurrentTeardropOptions", TeardropOptions},

@@ -1,0 +1,115 @@
+#include "DLLs/Tools/Reports/FilePlacement.h"
+
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include "DLLs/Tools/Frame/HostLink.h"
+#include "DLLs/Tools/Reports/ReportClient.h"
+#include "Platform/Dialogs.h"
+#include "Platform/FileLocks.h"
+#include "Platform/TempFiles.h"
+#include "Platform/Text.h"
+
+namespace Ketril::Tools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void ShowError(const std::u16string& text) {
+  Platform::MessageDialog(text, Platform::TDialogKind::Error, Platform::TDialogButtons::Ok);
+}
+
+// The client's notification, else a message.
+void TellLocked(const fs::path& target, const Platform::TFileLock& lock) {
+  const std::u16string text = TextOf(target.filename()) + u" is used by " + lock.User + u" on " +
+                              lock.Computer + u". You will not be able to save your changes.";
+  const Ref<IClient2> client = Client2();
+  const Ref<INotificationService> service =
+      client ? On(client).Read(&IClient2::GetState_NotificationService) : nullptr;
+  if (service) {
+    On(service).Call(&INotificationService::Notify, u"[Locked File]", text, u"WorkspaceManager:OpenObject",
+                     u"FileName=" + TextOf(target));
+  } else {
+    Platform::MessageDialog(text, Platform::TDialogKind::Information, Platform::TDialogButtons::Ok);
+  }
+}
+
+Ref<IServerDocument> OpenDocumentOf(const fs::path& file) {
+  const Ref<IClient2> client = Client2();
+  return client ? On(client).Read(&IClient2::GetDocumentByPath, TextOf(file)) : nullptr;
+}
+
+// A copy that takes the target's place at once: the two may lie on different devices, and a temporary file
+// is readable for its user alone.
+bool Move(const fs::path& temporary, const fs::path& target) {
+  try {
+    std::ifstream file(temporary, std::ios::binary);
+    Platform::TReplacementFile replacement(target);
+    replacement.Write(std::string(std::istreambuf_iterator<char>(file), {}));
+    replacement.Commit();
+    return !file.bad();
+  } catch (const fs::filesystem_error&) {
+    return false;
+  }
+}
+
+void Remove(const fs::path& file) {
+  std::error_code ignored;
+  fs::remove(file, ignored);
+}
+
+bool SameName(const fs::path& a, const fs::path& b) {
+  return Platform::EqualsIgnoringAsciiCase(TextOf(a), TextOf(b));
+}
+
+}  // namespace
+
+std::optional<fs::path> MakeReportTempFile() {
+  std::error_code error;
+  if (fs::temp_directory_path(error).empty() || error) {
+    ShowError(u"GetTemporaryPath: " + Platform::ToUtf16(error.message()));
+    return std::nullopt;
+  }
+  try {
+    return Platform::MakeTempFile("ketril-report-");
+  } catch (const std::system_error& failure) {
+    ShowError(u"GetTemporaryFileName: " + Platform::ToUtf16(failure.what()));
+    return std::nullopt;
+  }
+}
+
+TPlacement PlaceFile(const fs::path& temporary, const fs::path& target) {
+  if (SameName(temporary, target)) return TPlacement::Placed;
+  struct RemoveAtEnd {
+    const fs::path& file;
+    ~RemoveAtEnd() { Remove(file); }
+  } const remove{temporary};
+  if (const auto lock = Platform::LockOfOthers(target)) {
+    TellLocked(target, *lock);
+    return TPlacement::Locked;
+  }
+  const Ref<IServerDocument> document = OpenDocumentOf(target);
+  if (document) On(document).Call(&IServerDocument::BeforeFileReplaced);
+  std::error_code ignored;
+  const bool placed = fs::exists(temporary, ignored) && Move(temporary, target);
+  if (document) On(document).Call(&IServerDocument::AfterFileReplaced);
+  return placed ? TPlacement::Placed : TPlacement::Failed;
+}
+
+void PlaceText(std::string_view text, const fs::path& target) {
+  const std::optional<fs::path> temporary = MakeReportTempFile();
+  if (!temporary) return;
+  std::ofstream file(*temporary, std::ios::binary);
+  file.write(text.data(), static_cast<std::streamsize>(text.size()));
+  file.close();
+  if (!file) {
+    Remove(*temporary);
+    ShowError(u"The report could not be written to " + TextOf(*temporary));
+  } else if (PlaceFile(*temporary, target) == TPlacement::Failed) {
+    ShowError(u"The report could not be written to " + TextOf(target));
+  }
+}
+
+}  // namespace Ketril::Tools

@@ -1,0 +1,32 @@
+// `ketril report`: the report tools, and where their reports go.
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "Ketril/Commands.h"
+
+namespace Ketril::Command {
+
+// One report that the tools make.
+struct ReportKind {
+  const char* word;         // "board"
+  const char* export_name;  // "Tools_ReportSpecs"
+  const char* help;
+  const char* formats;  // with commas between; the first is the one that is written when none is named
+
+  std::vector<std::string> Formats() const;
+};
+std::span<const ReportKind> ReportKinds();
+
+// Writes a report on the board into --report-dir, else beside the board, in each of the forms, and names the
+// files. The tables of an HTML page lead to a picture of the board, which is written beside it. Raises
+// Failure.
+void Report(const ReportKind& kind, const Options& options);
+
+// The folder that holds the style sheets' folder: beside the command, where it was installed or built.
+std::filesystem::path InstallationFolder();
+
+}  // namespace Ketril::Command
