@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "Editor/Client/Progress.h"
+#include "Editor/Files/FileStyle.h"
 #include "Ketril/Reports.h"
 #include "Platform/Text.h"
 
@@ -100,7 +101,15 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
   setup.dialogs.via_shielding = [&answers](Editor::Board& on, Editor::ShieldSettings& settings) {
     return answers.ShieldingDialog(on, settings);
   };
-  setup.dialogs.unused_pads = [&answers](TUnusedPadsOptions& options) {
+  setup.dialogs.unused_pads = [&answers, board](TUnusedPadsOptions& options) {
+    if (board && !Editor::FileVersion(board->file.version).QuotesAll()) {
+      std::fprintf(
+          stderr,
+          "ketril: a board file of version %d cannot say that a pad lacks copper on a layer: save it in "
+          "a newer one first\n",
+          static_cast<int>(board->file.version));
+      return false;
+    }
     return answers.UnusedPadsDialog(options);
   };
   setup.dialogs.board_report = [&answers](TBoardReportOptionSet& options) {

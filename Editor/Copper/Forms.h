@@ -39,6 +39,10 @@ Area AreaOfRings(const std::vector<Ring>& rings);
 
 using Form = std::variant<Hull, DrawnArc, Area>;
 
+// The kinds whose objects are copper themselves, where a group's members are.
+constexpr TObjectSet kCopperKinds = {eArcObject, eTrackObject, ePadObject,
+                                     eViaObject, eFillObject,  eRegionObject};
+
 // True when the object has copper on the layer, or, where the layer is no copper layer, ink that stands on
 // it. Objects of eV6_MultiLayer are on all copper layers. Of groups: when a member has.
 bool HasCopperOn(const Primitive& primitive, TV7_Layer layer);

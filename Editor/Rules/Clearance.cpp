@@ -9,9 +9,6 @@ namespace Ketril::Editor {
 
 namespace {
 
-constexpr TObjectSet kCopperKinds = {eArcObject, eTrackObject, ePadObject,
-                                     eViaObject, eFillObject,  eRegionObject};
-
 TCoordRect Grown(const TCoordRect& box, TCoord by) {
   return {ToCoord(std::int64_t{box.x1} - by), ToCoord(std::int64_t{box.y1} - by),
           ToCoord(std::int64_t{box.x2} + by), ToCoord(std::int64_t{box.y2} + by)};

@@ -139,10 +139,8 @@ std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& 
     // What is there already keeps the gap that it asks from a region of the net.
     std::vector<Ring> less = Outline(forms, settings.distance, kError);
     for (Primitive* other : board.index.Find(region->Bounds())) {
-      const bool is_copper =
-          TObjectSet{eArcObject, eTrackObject, ePadObject, eViaObject, eFillObject, eRegionObject}.Contains(
-              other->kind);
-      if (!is_copper || other->GetNet() == via.GetNet() || other->Has(kFlag_KeepOut)) continue;
+      if (!kCopperKinds.Contains(other->kind) || other->GetNet() == via.GetNet() || other->Has(kFlag_KeepOut))
+        continue;
       const TCoord gap = std::max(
           {checker.Clearance(*region.Get(), *other), settings.clearance, board.setup.hole_clearance});
       for (Ring& ring : Outline(FormsOf(*other, layer), gap + kError, kError))

@@ -9,12 +9,9 @@ namespace Ketril::Editor {
 
 namespace {
 
-constexpr TObjectSet kConnecting = {eTrackObject,  eArcObject, eFillObject,
-                                    eRegionObject, ePadObject, eViaObject};
-
 bool IsConnectedOn(const Primitive& object, TV7_Layer layer, const std::vector<Primitive*>& near) {
   return std::ranges::any_of(near, [&](const Primitive* other) {
-    return other != &object && kConnecting.Contains(other->kind) && other->GetNet() == object.GetNet() &&
+    return other != &object && kCopperKinds.Contains(other->kind) && other->GetNet() == object.GetNet() &&
            !other->Has(kFlag_KeepOut) && Gap(object, *other, layer, kTouchGap) < kTouchGap;
   });
 }
@@ -45,13 +42,20 @@ std::vector<TV7_Layer> UnusedOf(const Object& object, bool keep_ends) {
 
 }  // namespace
 
+bool GoesThrough(const Pad& pad) {
+  return pad.data.hole > 0 && pad.data.plated && pad.state.layer == TV7_Layer(eV6_MultiLayer);
+}
+
+bool GoesThrough(const Via& via) {
+  return via.data.hole > 0;
+}
+
 std::vector<TV7_Layer> UnusedLayers(const Pad& pad, bool keep_ends) {
-  if (pad.data.hole <= 0 || !pad.data.plated || pad.state.layer != TV7_Layer(eV6_MultiLayer)) return {};
-  return UnusedOf(pad, keep_ends);
+  return GoesThrough(pad) ? UnusedOf(pad, keep_ends) : std::vector<TV7_Layer>{};
 }
 
 std::vector<TV7_Layer> UnusedLayers(const Via& via, bool keep_ends) {
-  return via.data.hole <= 0 ? std::vector<TV7_Layer>{} : UnusedOf(via, keep_ends);
+  return GoesThrough(via) ? UnusedOf(via, keep_ends) : std::vector<TV7_Layer>{};
 }
 
 void ApplyUnusedCopper(Board& board) {

@@ -13,9 +13,14 @@ namespace Ketril::Editor {
 std::vector<TV7_Layer> UnusedLayers(const Pad& pad, bool keep_ends);
 std::vector<TV7_Layer> UnusedLayers(const Via& via, bool keep_ends);
 
-// Takes that copper away, or gives all of it back. Data only.
+// Plated and through the board: others have no copper that could be unused.
+bool GoesThrough(const Pad& pad);
+bool GoesThrough(const Via& via);
+
+// Takes that copper away, or gives all of it back. Data only; nothing for what does not go through.
 template <class Object>
 void RemoveUnusedCopper(Object& object, bool keep_ends) {
+  if (!GoesThrough(object)) return;
   object.data.removed = UnusedLayers(object, keep_ends);
   object.data.remove_unused = true;
   object.data.keep_end_layers = keep_ends;

@@ -109,9 +109,7 @@ ViaRefusal ViaPlacer::CheckNeighbours() {
     if (is_drill && is_own && Touch(*trial_.Get(), *other))
       return other->kind == eViaObject ? ViaRefusal::Drilled : ViaRefusal::OnPad;
     if (is_own || settings_.clearance <= 0 || other->Has(kFlag_KeepOut)) continue;
-    const bool is_copper = is_drill || other->kind == eTrackObject || other->kind == eArcObject ||
-                           other->kind == eFillObject || other->kind == eRegionObject;
-    if (is_copper && checker_.CheckPair(*trial_.Get(), *other, settings_.clearance))
+    if (kCopperKinds.Contains(other->kind) && checker_.CheckPair(*trial_.Get(), *other, settings_.clearance))
       return ViaRefusal::Clearance;
   }
   return ViaRefusal::None;

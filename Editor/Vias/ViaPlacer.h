@@ -42,7 +42,7 @@ class ViaPlacer {
   ViaPlacer(const ViaPlacer&) = delete;
   ViaPlacer& operator=(const ViaPlacer&) = delete;
 
-  // The same without a look at other refusals than these: `covered` says that copper is not asked for.
+  // By everything but the copper that has to cover it.
   ViaRefusal Check(TCoordPoint place);
   // Counts the try; on success the place is taken. `refusal` is what somebody else found before.
   bool Try(TCoordPoint place, ViaRefusal refusal = ViaRefusal::None);

@@ -7,6 +7,17 @@
 
 namespace Ketril::Tools {
 
+TParallelPath::TParallelPath(const TTeardropPath& path, GeoPointType through) {
+  if (path.Line) {
+    line_ = LineThroughPoint(*path.Line, through);
+    path_.Line = &line_;
+  } else {
+    arc_ = *path.Arc;
+    arc_.Radius = PointDistance(through, arc_.Center());
+    path_.Arc = &arc_;
+  }
+}
+
 void TTeardropPath::Move(GeoPointType& Pt, GeoPointType Ref, double Shift) const {
   Line ? MoveAlongLine(Pt, *Line, Ref, Shift) : MoveAlongArc(Pt, *Arc, Ref, Shift);
 }
@@ -98,23 +109,13 @@ class TCircleOutline {
 
   // Along its own parallel of the track, from that one's own crossing.
   void MoveTail(GeoPointType& tail) const {
-    LineType line;
-    ThinArcType arc;
-    TTeardropPath parallel;
-    if (path_.Line) {
-      line = LineThroughPoint(*path_.Line, tail);
-      parallel.Line = &line;
-    } else {
-      arc = *path_.Arc;
-      arc.Radius = PointDistance(tail, arc.Center());
-      parallel.Arc = &arc;
-    }
+    const TParallelPath parallel(path_, tail);
     GeoPointType hits[2];
-    const int count = Hits(parallel, hits);
+    const int count = Hits(parallel.Path(), hits);
     if (count == 0) return;
     const bool second = count == 2 && PointDistance(hits[1], tail) <= PointDistance(hits[0], tail);
     tail = hits[second ? 1 : 0];
-    parallel.Move(tail, circle_.Center(), Run(true));
+    parallel.Path().Move(tail, circle_.Center(), Run(true));
   }
 
   bool FindFeet(TSide& side) const {

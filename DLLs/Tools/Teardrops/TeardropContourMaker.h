@@ -30,6 +30,20 @@ struct TTeardropPath {
   void EdgePoints(double Width, GeoPointType P, GeoPointType& E1, GeoPointType& E2) const;
 };
 
+// The parallel of a path through a point: of a line a line, of an arc the arc about the same centre.
+class TParallelPath {
+ public:
+  TParallelPath(const TTeardropPath& path, GeoPointType through);
+  TParallelPath(const TParallelPath&) = delete;
+  TParallelPath& operator=(const TParallelPath&) = delete;
+  const TTeardropPath& Path() const { return path_; }
+
+ private:
+  LineType line_;
+  ThinArcType arc_;
+  TTeardropPath path_;
+};
+
 class TTeardropContourMaker {
  public:
   TTeardropContourMaker() = delete;

@@ -165,21 +165,11 @@ class TPolygonTeardrop {
  private:
   // From where the track's edge itself meets the outline; `way` leads from the crossing to the anchor.
   void MoveTail(GeoPointType& tail, GeoPointType way) const {
-    LineType line;
-    ThinArcType arc;
-    TTeardropPath parallel;
-    if (path_.Line) {
-      line = LineThroughPoint(*path_.Line, tail);
-      parallel.Line = &line;
-    } else {
-      arc = *path_.Arc;
-      arc.Radius = PointDistance(tail, arc.Center());
-      parallel.Arc = &arc;
-    }
+    const TParallelPath parallel(path_, tail);
     double best = kMost;
     GeoPointType nearest;
     for (const LineType& edge : outline_.Edges) {
-      ForEachHit(parallel, edge, [&](GeoPointType hit) {
+      ForEachHit(parallel.Path(), edge, [&](GeoPointType hit) {
         const double distance = PointDistance(hit, tail);
         if (distance >= best) return;
         best = distance;
@@ -188,7 +178,7 @@ class TPolygonTeardrop {
     }
     if (best == kMost) return;
     tail = nearest;
-    parallel.Move(tail, SubtractPoints(nearest, way), size_.Length);
+    parallel.Path().Move(tail, SubtractPoints(nearest, way), size_.Length);
   }
 
   const TTeardropPath path_;

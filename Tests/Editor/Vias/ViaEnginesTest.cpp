@@ -217,6 +217,8 @@ TEST(UnusedCopper, IsWhatNothingOfTheNetTouches) {
   // What the file says of the copper is worked out again when it is read.
   auto* const changed = Tests::Find<Via>(*board);
   changed->Write([&] { RemoveUnusedCopper(*changed, true); });
+  RemoveUnusedCopper(*Tests::Find<Pad>(*board, 1), true);
+  EXPECT_FALSE(Tests::Find<Pad>(*board, 1)->data.remove_unused);  // a surface pad
   const Ref<Board> again = ReadBoardText(WriteBoardText(*board));
   EXPECT_EQ(Tests::Find<Via>(*again)->data.removed, Layers{eV6_MidLayer1});
   EXPECT_EQ(Tests::Find<Pad>(*again)->data.removed, Layers{});
