@@ -110,17 +110,14 @@ class TJunctionOutline {
   void AddCorner(int i, GeoPointType E2) {
     const LineType edge = LineThroughPoint(At(i).Track->Line, E2);
     GeoPointType X, before = point_before_;
-    bool found = false, is_flat = false;
+    bool found = false;
     IntersectLines(edge, edge_before_, true, X, found);
     if (found) {
+      // The flat side of a straight run: its two edges are one line, on which nothing is to be rounded off.
+      if (IsBeside(X, edge) || IsBeside(X, edge_before_)) return AddVertex(*contour_, C_);
       E2 = before = X;
-      // The flat side of a straight run: its two edges are one line, on which nothing moves and nothing is to
-      // be rounded off.
-      is_flat = IsBeside(X, edge) || IsBeside(X, edge_before_);
-      if (!is_flat) {
-        MoveAlongLine(E2, edge, C_, ArmLength(i));
-        MoveAlongLine(before, edge_before_, C_, ArmLength(i - 1));
-      }
+      MoveAlongLine(E2, edge, C_, ArmLength(i));
+      MoveAlongLine(before, edge_before_, C_, ArmLength(i - 1));
     }
     if ((options_.Flags & TeardropFlag_Straight) != 0) {
       AddVertex(*contour_, before);
@@ -130,7 +127,7 @@ class TJunctionOutline {
     if (!found) X = Midpoint(before, E2);
     double angle = PointAngle(E2.x, E2.y, X.x, X.y) - PointAngle(before.x, before.y, X.x, X.y);
     NormalizeAngle(angle);
-    if (!is_flat && angle < 170) {
+    if (angle < 170) {
       CurveToContour(*contour_, before, X, E2, 0.1);
     } else {
       AddVertex(*contour_, C_);
