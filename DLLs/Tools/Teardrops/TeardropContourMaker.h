@@ -69,9 +69,9 @@ class TTeardropContourMaker {
                                                        const TTeardropOptionsEx& Options);
 
   // Three or more tracks meet in the node's point. Tracks that leave in nearly the direction of an earlier
-  // one do not count. Two vertices for each corner between neighbours if the flanks are straight. The flat side
-  // of a straight run, and of curved flanks a corner of 170 degrees or more, is the node's point alone, which
-  // two such corners in a row hold twice.
+  // one do not count. Two vertices for each corner between neighbours if the flanks are straight. The flat
+  // side of a straight run, and of curved flanks a corner of 170 degrees or more, is the node's point alone,
+  // which two such corners in a row hold twice.
   static Ref<IPCB_Contour> TrackJunctionContour(const TTeardropTJunctionNode& ATeardropTJunctionNode,
                                                 const TTeardropOptionsEx& AOptions);
 
