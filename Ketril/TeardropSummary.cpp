@@ -39,20 +39,21 @@ bool HasEndOf(const Editor::Primitive& place, const Editor::Track& track) {
   });
 }
 
-// A pad or via that a narrower track of its net ends in.
-bool WantsOne(Editor::Board& board, const Editor::Primitive& place, bool& has_one) {
-  bool wants = false;
-  has_one = false;
+// A pad or via without a teardrop that a narrower track of its net ends in.
+bool LacksOne(Editor::Board& board, const Editor::Primitive& place) {
+  if (!place.GetNet()) return false;
   const TCoordRect box = place.Bounds();
-  for (const Editor::Primitive* object : board.index.Find(box)) {
-    if (object->GetNet() != place.GetNet() || !place.GetNet()) continue;
-    has_one = has_one || (IsTeardrop(*object) && Editor::Touch(*object, place));
-    const Editor::Track* track = Editor::As<Editor::Track>(object);
-    const TCoord least = std::min(box.x2 - box.x1, box.y2 - box.y1);
-    wants = wants ||
-            (track && track->data.width < least && HasEndOf(place, *track) && Editor::Touch(*track, place));
-  }
-  return wants;
+  const TCoord least = std::min(box.x2 - box.x1, box.y2 - box.y1);
+  const std::vector<Editor::Primitive*> found = board.index.Find(box);
+  const auto has = [&](auto&& is_one) {
+    return std::ranges::any_of(found, [&](const Editor::Primitive* object) {
+      return object->GetNet() == place.GetNet() && is_one(*object) && Editor::Touch(*object, place);
+    });
+  };
+  return !has(IsTeardrop) && has([&](const Editor::Primitive& object) {
+    const Editor::Track* track = Editor::As<Editor::Track>(&object);
+    return track && track->data.width < least && HasEndOf(place, *track);
+  });
 }
 
 ordered_json Withdrawn(Editor::Board& board, Editor::Primitive& teardrop) {
@@ -97,8 +98,7 @@ ordered_json TeardropSummary(Editor::Board& board) {
   }
   if (pads + vias + tracks + junctions == 0 && withdrawn.empty()) return nullptr;
   board.objects.ForEach({ePadObject, eViaObject}, [&](const Editor::Primitive& place) {
-    bool has_one = false;
-    if (WantsOne(board, place, has_one) && !has_one) ++without;
+    if (LacksOne(board, place)) ++without;
   });
   return {{"pads", pads},           {"vias", vias},       {"tracks", tracks},
           {"junctions", junctions}, {"without", without}, {"withdrawn", std::move(withdrawn)}};

@@ -61,7 +61,7 @@ std::string EmptyBoardText(Board& board) {
                                "(net 0 \"\")"};
   const std::string line = words.version.IsTabbed() ? "\n\t" : "\n  ";
   std::string text = "(kicad_pcb (version " + std::to_string(board.file.version) + ")";
-  for (const std::string& part : parts) text += line + words.LayOut(part, line);
+  for (const std::string& part : parts) text += words.LayOut(part, line);
   return text + "\n)\n";
 }
 

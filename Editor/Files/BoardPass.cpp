@@ -334,7 +334,7 @@ void BoardPass::Outlined(std::vector<TCoordPoint>& field) {
 void BoardPass::InsertList(const std::string& expression) {
   const std::uint32_t at = level_.last_end > 0 ? level_.last_end : in_.Position() - 1;
   std::string blanks(level_.last_end > 0 ? edits_->BlanksBefore(level_.last_begin) : " ");
-  edits_->Insert(at, blanks + words_->LayOut(expression, blanks));
+  edits_->Insert(at, words_->LayOut(expression, blanks));
 }
 
 void BoardPass::InsertList(Primitive& object) {
@@ -345,11 +345,9 @@ void BoardPass::InsertList(Primitive& object) {
 
 std::string BoardPass::Anew(Primitive& object, std::string_view blanks) {
   std::string text;
-  for (const std::string& expression : BoardComposer(*words_, placement_).Expressions(object)) {
-    if (!text.empty()) text += blanks;
+  for (const std::string& expression : BoardComposer(*words_, placement_).Expressions(object))
     text += words_->LayOut(expression, blanks);
-  }
-  return text;
+  return text.empty() ? text : text.substr(blanks.size());
 }
 
 void BoardPass::DropItem(const Item& item) {

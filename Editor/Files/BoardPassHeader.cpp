@@ -330,7 +330,7 @@ void BoardPass::InsertNewObjects() {
       const Section section = SectionOf(std::string_view(text).substr(1, text.find(' ') - 1));
       const SourceSpan place = sections_[section].IsEmpty() ? last : sections_[section];
       const std::string blanks(edits_->BlanksBefore(place.begin));
-      added.push_back({section, place.end, blanks + words_->LayOut(text, blanks)});
+      added.push_back({section, place.end, words_->LayOut(text, blanks)});
     }
   }
   std::ranges::stable_sort(added, {}, &New::section);

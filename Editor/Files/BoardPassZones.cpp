@@ -11,23 +11,10 @@ using namespace Literals;
 
 namespace {
 
-// Even-odd rule.
-bool IsInside(TCoordPoint point, const std::vector<TCoordPoint>& ring) {
-  bool inside = false;
-  for (std::size_t i = 0, j = ring.size() - 1; i < ring.size(); j = i++) {
-    const TCoordPoint a = ring[i], b = ring[j];
-    if ((a.y > point.y) == (b.y > point.y)) continue;
-    const double x = a.x + (static_cast<double>(point.y) - a.y) * (static_cast<double>(b.x) - a.x) /
-                               (static_cast<double>(b.y) - a.y);
-    inside = inside != (point.x < x);
-  }
-  return inside;
-}
-
 // Rings after the first are holes of it when they are within one that is none.
 void AddRing(std::vector<Ring>& rings, std::vector<TCoordPoint> points) {
   const bool hole = !points.empty() && std::ranges::any_of(rings, [&](const Ring& ring) {
-    return !ring.hole && IsInside(points.front(), ring.points);
+    return !ring.hole && IsInside(ring.points, points.front().x, points.front().y);
   });
   rings.push_back({std::move(points), hole});
 }

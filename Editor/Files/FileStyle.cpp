@@ -36,12 +36,6 @@ Parts Split(std::string_view expression) {
   unsigned depth = 0;
   std::size_t begin = 0;
   bool quoted = false;
-  if (expression.starts_with(kPoints)) {
-    parts.head = "(pts";
-    for (std::size_t open; (open = expression.find('(', begin + 1)) != std::string_view::npos; begin = open)
-      parts.lists.push_back(expression.substr(open, expression.find(')', open) + 1 - open));
-    return parts;
-  }
   for (std::size_t i = 1; i + 1 < expression.size(); ++i) {
     const char c = expression[i];
     if (c == '"') quoted = !quoted;
@@ -59,30 +53,40 @@ Parts Split(std::string_view expression) {
   return parts;
 }
 
+// As many points to a line as go.
+void LayOutPoints(std::string& result, std::string_view expression, const std::string& inner) {
+  constexpr std::size_t kPointsLine = 99;
+  result += "(pts";
+  std::size_t width = kPointsLine, open = 4;
+  while ((open = expression.find('(', open + 1)) != std::string_view::npos) {
+    const std::string_view point = expression.substr(open, expression.find(')', open) + 1 - open);
+    const bool fits = width + point.size() < kPointsLine;
+    if (!fits) width = 0;
+    fits ? void(result += ' ') : void(result += inner);
+    result += point;
+    width += point.size() + 1;
+    open += point.size() - 1;
+  }
+}
+
 void LayOutInto(std::string& result, std::string_view expression, const std::string& line, bool tabbed) {
   constexpr std::size_t kOneLine = 240;
   const bool is_short = !tabbed && expression.size() < kOneLine;
-  const Parts parts = is_short ? Parts{} : Split(expression);
-  if (parts.lists.empty()) {
+  const bool has_points = !is_short && expression.starts_with(kPoints);
+  const Parts parts = is_short || has_points ? Parts{} : Split(expression);
+  if (parts.lists.empty() && !has_points) {
     result += expression;
     return;
   }
-  constexpr std::size_t kPointsLine = 99;
   const std::string inner = line + (tabbed ? "\t" : "  ");
-  const bool points = parts.lists.front().starts_with("(xy ");
-  result += parts.head;
-  std::size_t width = kPointsLine;
-  for (const std::string_view list : parts.lists) {
-    if (points && width + list.size() < kPointsLine) {
-      result += ' ';
-    } else {
-      result += inner;
-      width = 0;
-    }
-    width += list.size() + 1;
-    points ? void(result += list) : LayOutInto(result, list, inner, tabbed);
+  if (has_points) {
+    LayOutPoints(result, expression, inner);
+  } else {
+    result += parts.head;
+    for (const std::string_view list : parts.lists) LayOutInto(result += inner, list, inner, tabbed);
   }
-  result += line + ")";
+  result += line;
+  result += ')';
 }
 
 }  // namespace
@@ -214,8 +218,8 @@ bool FileWords::NeedsIdentifier(const Primitive& primitive) {
 }
 
 std::string FileWords::LayOut(const std::string& expression, std::string_view blanks) const {
-  if (blanks.find('\n') == std::string_view::npos) return expression;
-  std::string result;
+  std::string result(blanks);
+  if (blanks.find('\n') == std::string_view::npos) return result + expression;
   result.reserve(expression.size() + expression.size() / 4);
   LayOutInto(result, expression, std::string(blanks), version.IsTabbed());
   return result;

@@ -82,7 +82,7 @@ class FileWords {
   // True for an object that the file beside the board tells something of, so that it has to have one.
   static bool NeedsIdentifier(const Primitive& primitive);
 
-  // An expression on one line laid out as the version does, its lines indented to stand after `blanks`.
+  // `blanks`, and the expression, which comes on one line, laid out behind them as the version does.
   std::string LayOut(const std::string& expression, std::string_view blanks) const;
 
  private:

@@ -20,10 +20,10 @@ void AppendMillionths(std::string& result, std::int64_t value) {
   if (value < 0) *end++ = '-';
   const std::int64_t size = std::abs(value);
   end = std::to_chars(end, std::end(text), size / 1000000).ptr;
-  if (std::int64_t rest = size % 1000000; rest != 0) {
+  if (auto rest = static_cast<std::uint32_t>(size % 1000000); rest != 0) {
     *end++ = '.';
-    for (std::int64_t weight = 100000; rest != 0; rest %= weight, weight /= 10)
-      *end++ = static_cast<char>('0' + rest / weight);
+    for (int place = 5; place >= 0; --place, rest /= 10) end[place] = static_cast<char>('0' + rest % 10);
+    for (end += 6; end[-1] == '0';) --end;
   }
   result.append(text, end);
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <set>
 #include <utility>
 
@@ -46,8 +45,11 @@ CopperShape ShapeOfRings(const std::vector<Ring>& rings) {
   return area.outer.empty() ? CopperShape() : ShapeOf({area});
 }
 
-bool Holds(const CopperShape& shape, Spot spot) {
-  return std::ranges::any_of(shape.parts, [&](const CopperPart& part) { return part.Surrounds(spot); });
+// Rings that do not cross each other: within an outer one and no hole is within an odd number of them.
+bool Holds(const std::vector<Ring>& rings, Spot spot) {
+  bool inside = false;
+  for (const Ring& ring : rings) inside = inside != IsInside(ring.points, spot.x, spot.y);
+  return inside;
 }
 
 Spot SpotOf(TCoordPoint point) {
@@ -159,21 +161,30 @@ std::vector<Ring> Covered(const std::vector<Ring>& rings) {
 std::vector<Ring> TiedFill(const Region& region) {
   std::vector<Ring> fill = Covered(region.data.rings);
   if (!region.board || !region.GetNet() || fill.empty()) return fill;
-  const CopperShape shape = ShapeOfRings(fill);
+  struct Tie {
+    double length = 0;
+    Segment way;
+    const Primitive* object = nullptr;
+  };
+  std::vector<Tie> ties;
   const Spot middle = MiddleOf(fill);
-  std::optional<Segment> best;
   for (const Primitive* object : region.board->index.Find(region.Bounds())) {
     if (!TObjectSet{eTrackObject, eArcObject, ePadObject, eViaObject}.Contains(object->kind)) continue;
     if (object->GetNet() != region.GetNet() || !HasCopperOn(*object, region.state.layer)) continue;
-    if (!Touch(*object, region)) continue;
     for (const Segment& way : WaysTo(*object, middle)) {
-      if (Holds(shape, way.b)) return fill;
-      if (!Holds(shape, way.a) || way.a == way.b) continue;
-      if (!best || Distance(way.a, way.b) < Distance(best->a, best->b)) best = way;
+      const bool ends_here = Holds(fill, way.b);
+      if (ends_here || (way.a != way.b && Holds(fill, way.a)))
+        ties.push_back({ends_here ? 0 : Distance(way.a, way.b), way, object});
     }
   }
-  if (!best) return fill;
-  const Ring strip = Strip(*best);
+  std::ranges::stable_sort(ties, {}, &Tie::length);
+  // Of a track, what the fill holds is copper; the middle of a teardrop may lie off the pad or via. Whether
+  // they touch is the dear question: it is asked of the nearest only.
+  const auto tie = std::ranges::find_if(ties, [&](const Tie& candidate) {
+    return candidate.object->kind == eTrackObject || Touch(*candidate.object, region);
+  });
+  if (tie == ties.end() || tie->length == 0) return fill;
+  const Ring strip = Strip(tie->way);
   if (fill.size() == 1 && Join(fill.front(), strip)) return fill;
   fill.push_back(strip);
   return Difference(fill, {});

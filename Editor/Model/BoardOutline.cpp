@@ -138,22 +138,13 @@ std::vector<Points> Chainer::Rings() {
   return rings;
 }
 
-// Even-odd rule, with a ray to the right.
-bool IsInside(const Points& ring, TCoordPoint point) {
-  bool inside = false;
-  for (std::size_t i = 0, j = ring.size() - 1; i < ring.size(); j = i++) {
-    const TCoordPoint a = ring[i], b = ring[j];
-    if ((a.y > point.y) == (b.y > point.y)) continue;
-    const double t = (static_cast<double>(point.y) - a.y) / (static_cast<double>(b.y) - a.y);
-    if (point.x < a.x + t * (static_cast<double>(b.x) - a.x)) inside = !inside;
-  }
-  return inside;
-}
-
 // Rings do not cross, but a vertex may lie on the other ring: three of them vote.
 bool IsWithin(const Points& ring, const Points& larger) {
   int inside = 0;
-  for (std::size_t i = 0; i < 3; ++i) inside += IsInside(larger, ring[i * ring.size() / 3]) ? 1 : 0;
+  for (std::size_t i = 0; i < 3; ++i) {
+    const TCoordPoint vertex = ring[i * ring.size() / 3];
+    inside += IsInside(larger, vertex.x, vertex.y) ? 1 : 0;
+  }
   return inside >= 2;
 }
 

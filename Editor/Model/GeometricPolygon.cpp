@@ -36,6 +36,17 @@ Status ReadPoints(IPCB_Contour* contour, std::vector<TCoordPoint>& points) {
 
 }  // namespace
 
+bool IsInside(const std::vector<TCoordPoint>& points, double x, double y) {
+  bool inside = false;
+  for (std::size_t i = 0, j = points.size() - 1; i < points.size(); j = i++) {
+    const TCoordPoint a = points[i], b = points[j];
+    if ((a.y > y) == (b.y > y)) continue;
+    const double t = (y - a.y) / (static_cast<double>(b.y) - a.y);
+    if (x < a.x + t * (static_cast<double>(b.x) - a.x)) inside = !inside;
+  }
+  return inside;
+}
+
 double AreaOf(const Ring& ring) {
   double twice = 0;
   for (std::size_t i = 0, last = ring.points.size() - 1; i < ring.points.size(); last = i++) {

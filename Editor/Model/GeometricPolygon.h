@@ -18,6 +18,8 @@ struct Ring {
   friend bool operator==(const Ring&, const Ring&) = default;
 };
 
+// By the even-odd rule; on the line either answer. No vertices hold nothing.
+bool IsInside(const std::vector<TCoordPoint>& points, double x, double y);
 double AreaOf(const Ring& ring);  // in square units, positive when counter-clockwise
 // Takes out vertices that repeat their neighbour or lie on the straight line through their neighbours; what
 // is left with fewer than three has no area and becomes empty.
