@@ -241,6 +241,20 @@ bool Answers::FillDialog(const char* caption, const char* prefix, std::span<cons
       out_);
 }
 
+namespace {
+
+// As the person wrote it who gave the verb's option, which is a field of its dialog too.
+std::string OptionOf(const std::string& name) {
+  for (const auto known : {StitchFields(), ShieldFields(), UnusedPadsFields()}) {
+    for (const DialogField& field : known) {
+      if (name == field.name) return std::string(field.option) + " (" + name + ")";
+    }
+  }
+  return name;
+}
+
+}  // namespace
+
 void Answers::CheckViaFields(Editor::Board& board, Editor::LengthUnit unit) {
   unit_ = unit;
   Editor::StitchSettings stitch;
@@ -252,7 +266,7 @@ void Answers::CheckViaFields(Editor::Board& board, Editor::LengthUnit unit) {
     if (name.starts_with("Stitch_")) wrong = SetStitchField(board, stitch, unit, name, value);
     if (name.starts_with("Shield_")) wrong = SetShieldField(board, shield, unit, name, value);
     if (name.starts_with("UnusedPads_")) wrong = SetUnusedPadsField(unused, name, value);
-    if (!wrong.empty()) throw Failure(kExit_Usage, name + "=" + value + ": " + wrong);
+    if (!wrong.empty()) throw Failure(kExit_Usage, OptionOf(name) + " " + value + ": " + wrong);
   }
 }
 

@@ -66,23 +66,25 @@ double FillRow(const Row& row, double pitch, double least, ViaPlacer& placer) {
     placed.push_back(along);
     return true;
   };
-  double wanted = 0;
+  double wanted = 0, searched = 0;  // up to there no other place has room
   while (wanted < length - step / 2) {
     if (place(wanted)) {
       wanted += even;
       continue;
     }
-    const double last = placed.empty() ? wanted : placed.back();
+    const double nearest = std::max(placed.empty() ? 0 : placed.back() + least, searched);
     double back = wanted - step;
-    while (back > last + least && !placer.Fits(row.At(back))) back -= step;
-    if (back > last + least) {
+    while (back > nearest && !placer.Fits(row.At(back))) back -= step;
+    if (back > nearest) {
       place(back);
       wanted = back + even;
       continue;
     }
+    // On to the first place with room; each pitch on the way counts as one that was tried.
+    const double next = wanted + even;
     double on = wanted + step;
-    while (on < length && !placer.Fits(row.At(on))) on += step;
-    wanted = on;
+    while (on < std::min(next - step / 2, length) && !placer.Fits(row.At(on))) on += step;
+    searched = wanted = on;
   }
   if (placed.empty()) return length;
   double largest = placed.front() + length - placed.back();

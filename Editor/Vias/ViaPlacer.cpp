@@ -26,6 +26,10 @@ double HoleRadius(const Primitive& object) {
   return std::max(box.x, box.y) / 2.0;
 }
 
+bool IsPoured(const Primitive& object) {
+  return object.kind == eRegionObject && object.Owner() && object.Owner()->kind == ePolyObject;
+}
+
 }  // namespace
 
 const char* DescribeRefusal(ViaRefusal refusal) {
@@ -42,6 +46,8 @@ const char* DescribeRefusal(ViaRefusal refusal) {
       return "on another via, or the hole too near to another";
     case ViaRefusal::Clearance:
       return "too near to copper of another net";
+    case ViaRefusal::Poured:
+      return "in or too near to an area poured for another net";
     case ViaRefusal::KeepOut:
       return "in a keep-out";
   }
@@ -124,7 +130,10 @@ ViaRefusal ViaPlacer::Check(TCoordPoint place) {
   if (violations.empty()) return ViaRefusal::None;
   const bool is_forbidden = std::ranges::all_of(
       violations, [](const Violation& violation) { return violation.kind == ViolationKind::KeepOut; });
-  return is_forbidden ? ViaRefusal::KeepOut : ViaRefusal::Clearance;
+  if (is_forbidden) return ViaRefusal::KeepOut;
+  const bool is_poured =
+      std::ranges::all_of(violations, [](const Violation& violation) { return IsPoured(*violation.second); });
+  return is_poured ? ViaRefusal::Poured : ViaRefusal::Clearance;
 }
 
 bool ViaPlacer::Try(TCoordPoint place, ViaRefusal refusal) {

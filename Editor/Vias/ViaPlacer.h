@@ -19,9 +19,10 @@ enum class ViaRefusal : std::uint8_t {
   OnPad,      // of the same net: solder would flow off
   Drilled,    // on a via of the same net, or its hole too near to another
   Clearance,  // too near to copper of another net, or its hole is
+  Poured,     // the same, of poured areas and nothing else
   KeepOut,    // in an area that forbids vias
 };
-constexpr std::size_t kViaRefusals = 7;
+constexpr std::size_t kViaRefusals = 8;
 const char* DescribeRefusal(ViaRefusal refusal);  // "too near to the board's edge"
 
 // What a run did, for the person who asked for it.
