@@ -114,4 +114,39 @@ std::string BoardOfComponents(std::int64_t components, double pitch) {
   return text + ")\n";
 }
 
+std::string BoardOfPlanes(std::int64_t tracks) {
+  constexpr double kSide = 200, kMargin = 20;
+  std::string text = Header();
+  char line[300];
+  const std::int64_t columns = Columns(tracks);
+  const double step = kSide / static_cast<double>(columns);
+  for (std::int64_t i = 0; i < tracks; ++i) {
+    const double x = kMargin + (static_cast<double>(i % columns) + 0.3) * step;
+    const double y = kMargin + (static_cast<double>(i / columns) + 0.3) * step;
+    std::snprintf(line, sizeof line,
+                  "  (segment (start %.7g %.7g) (end %.7g %.7g) (width 0.1) (layer %s) (net %d))\n", x, y,
+                  x + step / 3, y, i % 2 == 0 ? "F.Cu" : "B.Cu",
+                  i % 5 < 2 ? 2 + static_cast<int>(i % (kNets - 1)) : 1);
+    text += line;
+  }
+  for (const char* layer : {"F.Cu", "B.Cu"}) {
+    std::string points;
+    // The left edge is a comb, so that the pour has as many corners as a real one.
+    constexpr int kTeeth = 4000;
+    for (int i = 0; i <= 2 * kTeeth; ++i) {
+      std::snprintf(line, sizeof line, " (xy %.7g %.7g)", kMargin + (i % 2) * 0.4,
+                    kMargin + kSide * i / (2 * kTeeth));
+      points += line;
+    }
+    points += " (xy 220 220) (xy 220 20)";
+    text +=
+        std::string("  (zone (net 1) (net_name N1) (layer ") + layer +
+        ") (hatch edge 0.5) (connect_pads (clearance 0.2)) (min_thickness 0.1) (fill yes (thermal_gap 0.5) "
+        "(thermal_bridge_width 0.5))\n    (polygon (pts (xy 20 20) (xy 20 220) (xy 220 220) (xy 220 20)))\n"
+        "    (filled_polygon (pts" +
+        points + "))\n  )\n";
+  }
+  return text + ")\n";
+}
+
 }  // namespace Ketril::Benchmarks

@@ -18,4 +18,8 @@ std::string BoardOfTrackEnds(std::int64_t tracks, TrackEnd end);
 // next it is `pitch` mm, and a millimetre more to every fourth, so that a crowded board has some room.
 std::string BoardOfComponents(std::int64_t components, double pitch);
 
+// A board of 200 by 200 mm, poured for N1 on both sides, with short tracks all over it: of five, two are of
+// other nets, and the pour goes around neither.
+std::string BoardOfPlanes(std::int64_t tracks);
+
 }  // namespace Ketril::Benchmarks
