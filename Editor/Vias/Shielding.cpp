@@ -97,6 +97,26 @@ double RowReach(const ShieldSettings& settings, int row) {
   return settings.distance + settings.reference->data.size / 2.0 + double(row) * settings.pitch;
 }
 
+// The pieces that hold one of the places, with their holes.
+std::vector<Ring> WithVias(const std::vector<Ring>& rings, const std::vector<TCoordPoint>& places) {
+  const auto holds = [](const Ring& ring, TCoordPoint place) {
+    return IsInside(ring.points, place.x, place.y);
+  };
+  std::vector<Ring> kept;
+  for (const Ring& ring : rings) {
+    if (!ring.hole && std::ranges::any_of(places, [&](TCoordPoint place) { return holds(ring, place); }))
+      kept.push_back(ring);
+  }
+  const std::size_t pieces = kept.size();
+  for (const Ring& hole : rings) {
+    const auto end = kept.begin() + static_cast<std::ptrdiff_t>(pieces);
+    if (hole.hole &&
+        std::any_of(kept.begin(), end, [&](const Ring& ring) { return holds(ring, hole.points.front()); }))
+      kept.push_back(hole);
+  }
+  return kept;
+}
+
 }  // namespace
 
 void FenceWithVias(Board& board, const ShieldSettings& settings, ViaPlacer& placer, ViaRun& run) {
@@ -124,7 +144,8 @@ void FenceWithVias(Board& board, const ShieldSettings& settings, ViaPlacer& plac
   }
 }
 
-std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& settings) {
+std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& settings,
+                                            const std::vector<TCoordPoint>& vias) {
   const std::vector<Primitive*> objects = Shielded(board, settings);
   const Via& via = *settings.reference.Get();
   const double outer = RowReach(settings, std::clamp(settings.rows, 1, 3) - 1) + via.data.size / 2.0;
@@ -151,7 +172,7 @@ std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& 
     // Slivers are nobody's copper: what is narrower than half a via goes.
     const double narrow = via.data.size / 4.0;
     region->data.rings = Difference(region->data.rings, less);
-    region->data.rings = Offset(Offset(region->data.rings, -narrow, kError), narrow, kError);
+    region->data.rings = WithVias(Offset(Offset(region->data.rings, -narrow, kError), narrow, kError), vias);
     if (!region->data.rings.empty()) copper.emplace_back(region.Get());
   }
   return copper;

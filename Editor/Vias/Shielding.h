@@ -13,7 +13,9 @@ namespace Ketril::Editor {
 void FenceWithVias(Board& board, const ShieldSettings& settings, ViaPlacer& placer, ViaRun& run);
 
 // Copper for the fence: on each layer of what is shielded the strip that holds the rows, at the distance from
-// the shielded copper and at the clearances from what else is there. On no board.
-std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& settings);
+// the shielded copper and at the clearances from what else is there. A piece that holds none of the places of
+// the fence's vias goes: nothing would connect it. On no board.
+std::vector<Ref<Primitive>> ShieldingCopper(Board& board, const ShieldSettings& settings,
+                                            const std::vector<TCoordPoint>& vias);
 
 }  // namespace Ketril::Editor

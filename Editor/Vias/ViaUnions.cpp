@@ -115,7 +115,8 @@ void ViaUnions::BuildShielding(Shielding& shielding) {
   {
     ViaPlacer placer(board_, settings, last_run_);
     FenceWithVias(board_, settings, placer, last_run_);
-    if (settings.copper && !placer.Places().empty()) copper = ShieldingCopper(board_, settings);
+    if (settings.copper && !placer.Places().empty())
+      copper = ShieldingCopper(board_, settings, placer.Places());
     shielding.built = placer.Build();
   }
   for (const Ref<Primitive>& region : copper) {

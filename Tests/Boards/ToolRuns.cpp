@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <sstream>
 
 #include "DLLs/Tools/Frame/PCBServer.h"
@@ -11,6 +12,7 @@
 #include "Editor/Client/Parameters.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Selection/Selection.h"
+#include "Editor/Vias/ViaUnions.h"
 #include "Interfaces/Tools.h"
 #include "Tests/Support/DescribeBoard.h"
 
@@ -50,6 +52,8 @@ void ShoveFromSome(Board& board) {
 Editor::ClientSetup User() {
   Editor::ClientSetup setup;
   setup.confirm = [](const std::u16string&) { return true; };
+  setup.dialogs.via_stitching = [](auto&, auto&) { return true; };
+  setup.dialogs.via_shielding = [](auto&, auto&) { return true; };
   setup.choose_location = [](const std::u16string&) -> std::optional<TCoordPoint> {
     if (places_to_pick.empty()) return std::nullopt;
     const TCoordPoint place = places_to_pick.back();
@@ -216,6 +220,52 @@ class SwapRun final : public ToolRun {
   }
 };
 
+// A flood and a fence that break no rule, and the board as it came once both are taken off.
+class ViaRun final : public ToolRun {
+ public:
+  using ToolRun::ToolRun;
+  void TestBody() override {
+    const std::size_t violations = board_->Clearances().CheckBoard().size();
+    SetUpOptions();
+    Apply(Tools_ApplyViaStitching, nullptr);
+    Apply(Tools_ApplyViaShielding, nullptr);
+    EXPECT_EQ(board_->Clearances().CheckBoard().size(), violations);
+    ExpectReadsBack();
+    Apply(Tools_ApplyViaStitching, u"Remove");
+    Apply(Tools_ApplyViaShielding, u"RemoveShielding");
+    EXPECT_EQ(Differences(before_, DescribeBoard(*board_)), "");
+    EXPECT_TRUE(Editor::WriteBoardText(*board_) == board_->file.text);
+    ExpectUndoes();
+  }
+
+ private:
+  using Export = void (*)(IPCB_Board*, IServerDocumentView*, IParameterList*);
+  void Apply(Export tool, const char16_t* mode) {
+    const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+    if (mode) parameters->AddParameter(u"Mode", mode);
+    tool(board_.Get(), board_->view.Get(), parameters.Get());
+  }
+  // Small vias around the net with most tracks but ground's.
+  void SetUpOptions() {
+    Editor::Net* const ground = board_->FindNet(u"GND");
+    std::map<Editor::Net*, int> tracks;
+    board_->objects.ForEach({eTrackObject}, [&](const Primitive& track) {
+      if (track.GetNet() && track.GetNet() != ground) ++tracks[track.GetNet()];
+    });
+    Editor::ShieldSettings& fence = board_->Unions().ShieldDefaults()->settings;
+    if (!tracks.empty())
+      fence.net = std::ranges::max_element(tracks, {}, &std::pair<Editor::Net* const, int>::second)->first;
+    fence.copper = true;
+    Editor::StitchSettings& flood = board_->Unions().StitchDefaults()->settings;
+    for (Editor::ViaSettings* settings :
+         {static_cast<Editor::ViaSettings*>(&fence), static_cast<Editor::ViaSettings*>(&flood)}) {
+      settings->reference->SetNet(ground);
+      settings->reference->data.size = 180000;
+      settings->reference->data.hole = 80000;
+    }
+  }
+};
+
 struct Row {
   const char* name;
   const char* selection;
@@ -261,6 +311,7 @@ void Register(const std::string& run, const std::filesystem::path& path,
 void RegisterToolRuns(const std::filesystem::path& path) {
   Register("TeardropsCurved", path, [path] { return new TeardropRun(path, u"1000"); });
   Register("TeardropsStraight", path, [path] { return new TeardropRun(path, u"1016"); });
+  Register("FloodAndFence", path, [path] { return new ViaRun(path); });
   Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
