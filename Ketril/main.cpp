@@ -157,6 +157,16 @@ void AddOperands(CLI::App& verb, Options& options, Operands operands) {
   }
 }
 
+void AddUnGroup(CLI::App& verb, Options& options) {
+  verb.add_option("--at", options.cursor, "What is at this place, when nothing is selected; as --pick")
+      ->type_name("PLACE")
+      ->excludes("--select");
+  verb.add_option("--kinds", options.kinds, "Of these kinds only: component,zone,dimension,coordinate")
+      ->delimiter(',')
+      ->check(CLI::IsMember(GroupKinds()))
+      ->type_name("KINDS");
+}
+
 void AddTools(CLI::App& app, Options& options) {
   for (const ToolVerb& tool : ToolVerbs()) {
     CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
@@ -172,7 +182,8 @@ void AddTools(CLI::App& app, Options& options) {
       }
     }
     AddOperands(*verb, options, tool.operands);
-    verb->callback([&tool, &options] { RunTool(tool, options); });
+    if (tool.ungroups) AddUnGroup(*verb, options);
+    verb->callback([&tool, &options] { tool.ungroups ? UnGroup(options) : RunTool(tool, options); });
   }
 }
 

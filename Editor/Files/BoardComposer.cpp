@@ -40,7 +40,7 @@ std::vector<std::string> BoardComposer::Expressions(Primitive& object) {
   }
   std::vector<std::string> parts;
   if (object.kind == eDimensionObject || object.kind == eCoordinateObject) {
-    for (const Ref<Primitive>& member : static_cast<Group&>(object).Members()) {
+    for (Primitive* member : static_cast<Group&>(object).ListMembers()) {
       for (std::string& part : Expressions(*member)) parts.push_back(std::move(part));
     }
   }
@@ -101,7 +101,10 @@ std::string BoardComposer::Line(Primitive& object, TCoordPoint p1, TCoordPoint p
 }
 
 std::vector<std::string> BoardComposer::ArcLines(Arc& arc) {
-  if (InFootprint(arc) || !IsSignalLayer(arc.state.layer)) return {DrawnArc(arc)};
+  // What has no net need not be a track.
+  const bool cannot_be_track = !words_.version.HasTrackArcs() || IsFullCircle(arc.data);
+  if (InFootprint(arc) || !IsSignalLayer(arc.state.layer) || (cannot_be_track && !arc.GetNet()))
+    return {DrawnArc(arc)};
   std::vector<std::string> parts;
   if (!words_.version.HasTrackArcs()) {
     const std::vector<TCoordPoint> points = PointsOnArc(arc.data);

@@ -197,6 +197,9 @@ class Painter {
     if (const Arc* arc = As<Arc>(&object)) DrawArc(On(object, layer), arc->data);
     if (const Fill* fill = As<Fill>(&object)) DrawFill(On(object, layer), fill->data);
     if (const Text* text = As<Text>(&object)) DrawText(On(object, layer), *text);
+    if (const Dimension* dimension = As<Dimension>(&object)) {
+      for (const TrackData& line : dimension->DrawnLines()) DrawTrack(On(object, layer), line);
+    }
     if (const Region* region = As<Region>(&object)) {
       const RegionData& data = region->data;
       DrawRings(On(object, layer), data.rings, data.filled, data.closed, data.line_width);
