@@ -1,5 +1,6 @@
 #include "Ketril/Summary.h"
 
+#include <algorithm>
 #include <cctype>
 #include <utility>
 
@@ -75,14 +76,18 @@ nlohmann::ordered_json UnGroupSummary(const Editor::Board& board,
 }
 
 std::string UnGroupSummaryText(const nlohmann::ordered_json& groups) {
+  constexpr std::size_t kShown = 12;
   std::string text;
-  for (const ordered_json& group : groups) {
+  for (std::size_t i = 0; i < std::min(groups.size(), kShown); ++i) {
+    const ordered_json& group = groups[i];
     std::string parts;
     for (const auto& [kind, count] : group.at("parts").items())
       parts += (parts.empty() ? "" : ", ") + CountText(kind, count.get<std::int64_t>());
     text += "  " + group.at("object").get<std::string>() + " on " + group.at("layer").get<std::string>() +
             ": " + (parts.empty() ? "nothing was in it" : parts) + "\n";
   }
+  if (groups.size() > kShown)
+    text += "  ... and " + std::to_string(groups.size() - kShown) + " more (--json has them all)\n";
   return text;
 }
 

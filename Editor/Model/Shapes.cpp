@@ -112,6 +112,12 @@ void Text::MirrorLayers() {
   if (!(before == state.layer)) data.mirrored = !data.mirrored;
 }
 
+double ShownRotation(const TextData& text) {
+  const double turn = std::remainder(text.rotation, 360);
+  const bool stands_on_head = text.keeps_upright && (turn > 90 || turn <= -90);
+  return stands_on_head ? CleanAngle(turn + (turn > 90 ? -180 : 180)) : text.rotation;
+}
+
 Ref<Primitive> Text::FreeCopy() const {
   Ref<Primitive> copy = Copy();
   if (OwnerAs<Component>()) {
@@ -119,10 +125,8 @@ Ref<Primitive> Text::FreeCopy() const {
     free.string = Shown();
     free.role = TextRole::Free;
     // Only a footprint's text is turned when it is shown.
-    if (std::exchange(free.keeps_upright, false)) {
-      const double turn = std::remainder(free.rotation, 360);
-      if (turn > 90 || turn <= -90) free.rotation = CleanAngle(turn + (turn > 90 ? -180 : 180));
-    }
+    free.rotation = ShownRotation(free);
+    free.keeps_upright = false;
   }
   return copy;
 }

@@ -34,6 +34,9 @@ struct TextData {
   friend bool operator==(const TextData&, const TextData&) = default;
 };
 
+// As it is drawn: more than -90 degrees up to 90 where the text keeps upright.
+double ShownRotation(const TextData& text);
+
 // A box with a rotation about its centre.
 struct FillData {
   TCoordRect box;
