@@ -133,9 +133,10 @@ std::string BoardComposer::DrawnArc(Arc& arc) {
   const ArcData& data = arc.data;
   std::string shape, fill;
   if (IsFullCircle(data)) {
-    // A pen that covers the disc is a filled circle, where circles can be filled.
-    const bool filled = words_.version.QuotesAll() && data.width >= 2 * std::int64_t{data.radius};
-    const TCoord radius = filled ? ToCoord(std::int64_t{data.radius} + data.width / 2) : data.radius;
+    // A pen that just covers the disc is a filled circle, where circles can be filled.
+    const std::int64_t beyond = data.width - 2 * std::int64_t{data.radius};
+    const bool filled = words_.version.QuotesAll() && (beyond == 0 || beyond == 1);
+    const TCoord radius = filled ? ToCoord(std::int64_t{data.radius} + (data.width + 1) / 2) : data.radius;
     const TCoordPoint end = {ToCoord(std::int64_t{data.center.x} + radius), data.center.y};
     shape =
         kind + "circle" + LockedWord(arc) + " (center " + Place(data.center) + ") (end " + Place(end) + ")";

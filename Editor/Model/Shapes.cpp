@@ -115,7 +115,7 @@ void Text::MirrorLayers() {
 double ShownRotation(const TextData& text) {
   const double turn = std::remainder(text.rotation, 360);
   const bool stands_on_head = text.keeps_upright && (turn > 90 || turn <= -90);
-  return stands_on_head ? CleanAngle(turn + (turn > 90 ? -180 : 180)) : text.rotation;
+  return stands_on_head ? std::fmod(CleanAngle(turn + 180), 360) : text.rotation;
 }
 
 Ref<Primitive> Text::FreeCopy() const {

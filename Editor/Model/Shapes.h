@@ -34,7 +34,7 @@ struct TextData {
   friend bool operator==(const TextData&, const TextData&) = default;
 };
 
-// As it is drawn: more than -90 degrees up to 90 where the text keeps upright.
+// As it is drawn: turned by 180 degrees where a text that keeps upright would stand on its head.
 double ShownRotation(const TextData& text);
 
 // A box with a rotation about its centre.

@@ -330,7 +330,7 @@ TEST_F(Ungroup, FilesHoldWhatCameFree) {
       (filled_polygon LAYER (pts (xy 10 1) (xy 59 1) (xy 59 59) (xy 1 59) (xy 1 1) (xy 10 1) (xy 10 20) (xy 30 20)
         (xy 30 10) (xy 10 10)))
       (filled_polygon LAYER (pts (xy 12 12) (xy 28 12) (xy 28 18) (xy 12 18))))
-    (dimension (type aligned) (layer "Dwgs.User") (pts (xy 0 0) (xy 40 0)) (height 10)
+    (dimension (type aligned) (layer "Dwgs.User") (pts (xy 0 0) (xy 40 0)) (height -10)
       (gr_text "40" (at 20 -10) (layer "Dwgs.User") (effects (font (size 1 1) (thickness 0.15))))
       (format (units 2)) (style (thickness 0.2) (arrow_length 1) (extension_height 0.5) (extension_offset 0.5)))
   )";
