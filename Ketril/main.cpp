@@ -122,7 +122,7 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
       ->type_name("DIR");
   if (picks) {
     verb->add_option("--pick", options.picks,
-                     "A place to pick, X,Y as in the board file, or the name of a component or room; may be "
+                     "A place to pick, X,Y as in the board file, or the name of a component, room or zone; may be "
                      "given again")
         ->type_name("PLACE")
         ->expected(1)

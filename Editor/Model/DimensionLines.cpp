@@ -52,8 +52,9 @@ class Drawing {
           data_.upright ? Spot{start.x + data_.height, end.y} : Spot{end.x, start.y - data_.height};
       DrawBar(start, end, data_.upright ? Spot{bar.x, start.y} : Spot{start.x, bar.y}, bar);
     } else if (data_.style == u"leader") {
-      Line(start, end);
-      Head(start, Along(way));
+      const Spot tip = start + Along(way) * data_.offset;
+      Line(tip, end);
+      Head(tip, Along(way));
       ToText(end);
     } else if (data_.style == u"radial") {
       Cross(start, {double(data_.arrow), 0});

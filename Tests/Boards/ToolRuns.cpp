@@ -235,8 +235,9 @@ class UnGroupRun final : public ToolRun {
     const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
     ExpectSameAreas(areas, Areas(*again));
     // Free curves are lines in the file.
-    if (board_->file.text.find("(fp_curve") == std::string::npos)
+    if (board_->file.text.find("(fp_curve") == std::string::npos) {
       EXPECT_EQ(Differences(DescribeBoard(*board_, true), DescribeBoard(*again, true), 2), "");
+    }
     ExpectUndoes();
   }
 
