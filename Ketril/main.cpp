@@ -121,9 +121,10 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
                    "Where a tool's report goes; without it beside the changed board")
       ->type_name("DIR");
   if (picks) {
-    verb->add_option("--pick", options.picks,
-                     "A place to pick, X,Y as in the board file, or the name of a component, room or zone; may be "
-                     "given again")
+    verb->add_option(
+            "--pick", options.picks,
+            "A place to pick, X,Y as in the board file, or the name of a component, room or zone; may be "
+            "given again")
         ->type_name("PLACE")
         ->expected(1)
         ->take_all()
