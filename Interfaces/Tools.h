@@ -14,6 +14,7 @@
 
 #include "Interfaces/Board.h"
 #include "Interfaces/ParameterList.h"
+#include "Interfaces/Picks.h"
 #include "Interfaces/Reports.h"
 #include "Interfaces/Teardrops.h"
 
@@ -133,6 +134,14 @@ void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName);
 // Two components exchange their places, sides, rotations, the places of their texts and their unions: the two
 // that are selected, when nothing else is, otherwise pairs that the user picks until he cancels.
 void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+
+// Dissolves groups of the kinds of AObjectSet into free primitives: with ASelected the selected ones, or,
+// when nothing is selected, the one under the cursor; else those that the user picks until he cancels.
+// AQuestion is what he is asked before. The board offers IPCB_BoardPicks (Interfaces/Picks.h) for what is
+// pointed at.
+void Tools_UnGroup(IPCB_Board* ABoard, bool ASelected, TObjectSet AObjectSet,
+                   const std::u16string& AQuestion);
+
 // The board information report. Parameters of the names of TBoardReportOption, without their prefix and with
 // the value True, choose what it tells, or All all of it; without any of them the stored choice and the
 // board's dialog. AOptions are the forms in which it is written; empty: by the default style sheet. AFileName

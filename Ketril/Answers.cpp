@@ -64,7 +64,8 @@ void Answers::ReadFile(const std::string& path) {
     if (sign != std::u16string_view::npos) {
       const std::u16string key(side(true));
       if (AddField(Platform::ToUtf8(key), Platform::ToUtf8(side(false)))) continue;
-      if (key.starts_with(u"Select ") || key.starts_with(u"Choose ") || key.starts_with(u"Enter ")) {
+      if (key.starts_with(u"Select ") || key.starts_with(u"Choose ") || key.starts_with(u"Enter ") ||
+          key.starts_with(u"Which ")) {
         words_.emplace_back(key, Platform::ToUtf8(side(false)));
         continue;
       }
@@ -109,31 +110,40 @@ TDialogAnswer Answers::YesOrNoAnswer(const std::u16string& text) {
   return TDialogAnswer::Cancelled;
 }
 
+TCoordPoint Answers::PlaceOrFailure(const std::string& text) const {
+  const auto place = read_place_(text);
+  if (!place)
+    throw Failure(kExit_Usage, "\"" + text + "\" is no place: expected X,Y or a component, room or zone");
+  return *place;
+}
+
 void Answers::SetPlaces(PlaceReader read, const std::vector<std::string>& picks) {
   read_place_ = std::move(read);
-  const auto place_of = [&](const std::string& text) {
-    const auto place = read_place_(text);
-    if (!place)
-      throw Failure(kExit_Usage, "\"" + text + "\" is no place: expected X,Y or a component or room");
-    return *place;
-  };
-  for (const std::string& pick : picks) picks_.push_back(place_of(pick));
+  for (const std::string& pick : picks) picks_.emplace_back(PlaceOrFailure(pick), pick);
   for (const auto& [prompt, text] : words_) {
-    if (!prompt.starts_with(u"Enter ")) place_of(text);
+    if (!prompt.starts_with(u"Enter ") && !prompt.starts_with(u"Which ")) PlaceOrFailure(text);
   }
 }
 
+void Answers::SetCursor(const std::string& text) {
+  cursor_ = PlaceOrFailure(text);
+}
+
 std::optional<TCoordPoint> Answers::Pick(const std::u16string& prompt) {
-  const auto taken = [&](TCoordPoint place) {
+  const auto taken = [&](TCoordPoint place, const std::string& text) {
     picked_ = true;
+    pick_ = text;
     return place;
   };
-  if (used_picks_ < picks_.size()) return taken(picks_[used_picks_++]);
+  if (used_picks_ < picks_.size()) {
+    const auto& [place, text] = picks_[used_picks_++];
+    return taken(place, text);
+  }
   for (auto word = words_.begin(); word != words_.end(); ++word) {
     if (!Editor::MatchesPattern(prompt, word->first)) continue;
-    const auto place = read_place_(word->second);
+    const std::string text = word->second;
     words_.erase(word);
-    if (place) return taken(*place);
+    if (const auto place = read_place_(text)) return taken(*place, text);
     break;
   }
   const std::string shown = Platform::ToUtf8(prompt);
@@ -141,9 +151,43 @@ std::optional<TCoordPoint> Answers::Pick(const std::u16string& prompt) {
   while (in_ && out_ << shown << " [X,Y or a name, nothing cancels] " << std::flush &&
          std::getline(*in_, line)) {
     if (line.empty()) return std::nullopt;
-    if (const auto place = read_place_(line)) return taken(*place);
+    if (const auto place = read_place_(line)) return taken(*place, line);
   }
   if (!picked_) unanswered_.push_back(shown);
+  return std::nullopt;
+}
+
+std::optional<std::size_t> Answers::ChooseObject(const std::vector<Editor::Primitive*>& objects) {
+  std::string question = "Which object";
+  for (std::size_t i = 0; i < objects.size(); ++i)
+    question +=
+        (i == 0 ? ": " : ", ") + std::to_string(i + 1) + " " + Platform::ToUtf8(objects[i]->Describe());
+  const auto choice = [&](const std::string& word) -> std::optional<std::size_t> {
+    const std::u16string name = Platform::ToUtf16(word);
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+      if (Platform::EqualsIgnoringAsciiCase(objects[i]->Identifier(), name)) return i;
+    }
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+      if (word == std::to_string(i + 1)) return i;
+    }
+    return std::nullopt;
+  };
+  if (const auto named = choice(pick_)) return named;
+  for (auto word = words_.begin(); word != words_.end(); ++word) {
+    if (!Editor::MatchesPattern(u"Which object", word->first)) continue;
+    const std::string text = word->second;
+    words_.erase(word);
+    if (const auto chosen = choice(text)) return chosen;
+    break;
+  }
+  if (always_yes_) return 0;
+  std::string line;
+  while (in_ && out_ << question << " [a number or a name, nothing cancels] " << std::flush &&
+         std::getline(*in_, line)) {
+    if (line.empty()) return std::nullopt;
+    if (const auto chosen = choice(line)) return chosen;
+  }
+  unanswered_.push_back(question);
   return std::nullopt;
 }
 

@@ -11,8 +11,9 @@
 //   This selection contains locked * = yes
 //
 // `Select ... = place` and `Choose ... = place` answer a pick each, once: a place as in the board file, x,y,
-// or the name of a component or room. `Enter ... = text` answers a text. Picks of the command line come
-// first; where all are used up, a further pick is cancelled.
+// or the name of a component, room or zone. `Which ... = name` chooses among several objects at such a place,
+// by name or by the number that they are listed with, and `Enter ... = text` answers a text. Picks of the
+// command line come first; where all are used up, a further pick is cancelled.
 //
 // Lines `Alignment_... = value`, `RoomArrange_... = value` and `BoardReport_... = yes|no` answer the dialogs
 // of those names, as PlacementDialogs.h and ReportDialog.h tell, and `Stitch_...`, `Shield_...` and
@@ -55,6 +56,12 @@ class Answers {
   // that is no place.
   void SetPlaces(PlaceReader read, const std::vector<std::string>& picks);
   std::optional<TCoordPoint> Pick(const std::u16string& prompt);
+  // Where the cursor is; as a pick.
+  void SetCursor(const std::string& text);
+  std::optional<TCoordPoint> Cursor() const { return cursor_; }
+  // Of several objects at a place that was picked: the one whose name the pick was, else the one that the
+  // answers file names, else with -y the first, else the one that is chosen at the terminal.
+  std::optional<std::size_t> ChooseObject(const std::vector<Editor::Primitive*>& objects);
   bool EditText(const std::u16string& caption, std::u16string& text);
   // A value of a dialog. False when it belongs to none; raises Failure (usage) for a name or value that the
   // dialog does not have.
@@ -78,6 +85,7 @@ class Answers {
  private:
   Platform::TDialogAnswer YesOrNoAnswer(const std::u16string& text);
   // Fills a dialog: `set(name, value)` gives what is wrong, empty for nothing.
+  TCoordPoint PlaceOrFailure(const std::string& text) const;
   template <class Set>
   bool FillDialog(const char* caption, const char* prefix, std::span<const DialogField> known, Set set);
 
@@ -89,9 +97,11 @@ class Answers {
   std::vector<std::pair<std::string, std::string>> fields_;     // of other dialogs
   std::vector<std::pair<std::u16string, std::string>> words_;   // prompt pattern, place or text
   PlaceReader read_place_;
-  std::vector<TCoordPoint> picks_;
+  std::vector<std::pair<TCoordPoint, std::string>> picks_;
   std::size_t used_picks_ = 0;
   bool picked_ = false;
+  std::string pick_;  // the last one, as it was given
+  std::optional<TCoordPoint> cursor_;
   bool aborted_ = false;
   Editor::LengthUnit unit_ = Editor::LengthUnit::Millimetre;
   std::vector<std::string> unanswered_;

@@ -157,6 +157,15 @@ void SelectPair(Board& board, const Options& options) {
   for (Primitive* component : pair) component->SetFlag(Editor::kFlag_Selected, true);
 }
 
+// What is within a selected object goes with it.
+void KeepOutermostSelected(Board& board) {
+  for (Primitive* object : std::vector<Primitive*>(board.Selected())) {
+    const Editor::Group* owner = object->Owner();
+    while (owner && !owner->Has(Editor::kFlag_Selected)) owner = owner->Owner();
+    if (owner) object->SetFlag(Editor::kFlag_Selected, false);
+  }
+}
+
 // The folder of what a tool writes beside its board, as reports: --report-dir, else that of the changed
 // board; with nothing to be written, a folder of its own that goes with the object.
 class ReportFolder {
@@ -197,6 +206,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
             const std::vector<std::string>& unanswered, const PlacementLog& log) {
   ordered_json summary = Summary(changes);
   if (verb.operands == Operands::File) summary["placement"] = PlacementSummary(board, log);
+  if (verb.ungroups) summary["ungrouped"] = UnGroupSummary(board, changes);
   if (!moves.empty()) summary["moved"] = MoveTable(moves, options.unit);
   const ordered_json teardrops = TeardropSummary(board);
   const ordered_json vias = ViaSummary(board.Unions().LastRun(), options.unit);
@@ -215,6 +225,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   std::cout << "\n" << MoveLines(moves, options.unit);
   if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
   if (!vias.is_null()) std::cout << ViaSummaryText(vias);
+  if (verb.ungroups) std::cout << UnGroupSummaryText(summary["ungrouped"]);
   if (summary.contains("placement")) std::cout << PlacementSummaryText(summary["placement"]);
   for (const std::string& question : unanswered) {
     std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";
@@ -324,6 +335,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   std::srand(options.seed);
   answers.SetPlaces([&](const std::string& text) { return PlaceOf(*board, text, options.unit); },
                     options.picks);
+  if (!options.cursor.empty()) answers.SetCursor(options.cursor);
   for (const std::string& text : options.parameters) {
     const std::size_t equals = std::min(text.find('='), text.size() - 1);
     answers.AddField(text.substr(0, equals), text.substr(equals + 1));
@@ -341,6 +353,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
     std::cerr << "ketril: no object matches --select " << options.select << "\n";
   }
   if (!options.first.empty()) SelectPair(*board, options);
+  if (verb.ungroups) KeepOutermostSelected(*board);
   if (verb.operands == Operands::File)
     board->setup.display_unit = options.unit == Editor::LengthUnit::Mil ? eImperial : eMetric;
   const Ref<IParameterList> parameters = ParametersOf(options);
@@ -392,6 +405,16 @@ void Autoposition(const Options& options) {
   if (!options.designator.empty()) run.parameters.push_back("NamePosition=" + options.designator);
   if (!options.comment.empty()) run.parameters.push_back("CommentPosition=" + options.comment);
   RunTool(FindToolVerb("autoposition-text"), run);
+}
+
+// By picks, unless something is selected or pointed at.
+void UnGroup(const Options& options) {
+  Options run = options;
+  std::string kinds;
+  for (const std::string& kind : options.kinds) kinds += (kinds.empty() ? "" : ",") + kind;
+  if (!kinds.empty()) run.parameters.push_back("Kinds=" + kinds);
+  if (options.select.empty() && options.cursor.empty()) run.parameters.emplace_back("Selected=False");
+  RunTool(FindToolVerb("un-group"), run);
 }
 
 void CorrectToGrid(const GridVerb& verb, const Options& options) {

@@ -44,6 +44,8 @@ struct Options {
   unsigned seed = 1;
   std::string designator, comment;  // positions
   std::string coordinate;
+  std::string cursor;              // a place
+  std::vector<std::string> kinds;  // of groups
   Editor::LengthUnit unit = Editor::LengthUnit::Millimetre;
 };
 
@@ -56,6 +58,7 @@ void CurrentTeardropOptions(const Options& options);
 void RunTool(const ToolVerb& verb, const Options& options);
 void Arrange(const Options& options);       // `ketril arrange`
 void Autoposition(const Options& options);  // `ketril autoposition`
+void UnGroup(const Options& options);       // `ketril un-group`
 void CorrectToGrid(const GridVerb& verb, const Options& options);
 
 }  // namespace Ketril::Command

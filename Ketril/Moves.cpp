@@ -63,10 +63,11 @@ std::optional<TCoordPoint> PlaceOf(Editor::Board& board, const std::string& text
     const auto y = Editor::ParseLength(std::string_view(text).substr(comma + 1), unit);
     if (x && y) return TCoordPoint{ToCoord(*x), ToCoord(-*y)};
   }
-  Editor::Warehouse::Walk walk(board.objects, {eComponentObject, eRuleObject});
+  Editor::Warehouse::Walk walk(board.objects, {eComponentObject, eRuleObject, ePolyObject});
   while (const Primitive* object = walk.Next()) {
     if (!HasName(*object, text)) continue;
     if (const auto* component = As<Editor::Component>(object)) return ClickOn(board, *component);
+    if (object->kind == ePolyObject) return object->Reference();
     const auto* rule = As<Editor::Rule>(object);
     if (rule->data.rule_kind == eRule_ConfinementConstraint) return MiddleOf(rule->Bounds());
   }

@@ -11,8 +11,8 @@
 
 namespace Ketril::Command {
 
-// "100,80": a place as the board file has it; or where a click would meet the component or room of that name.
-// Empty for neither.
+// "100,80": a place as the board file has it; or where a click would meet the component, room or zone of that
+// name. Empty for neither.
 std::optional<TCoordPoint> PlaceOf(Editor::Board& board, const std::string& text, Editor::LengthUnit unit);
 
 struct Move {

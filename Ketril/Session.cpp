@@ -89,6 +89,10 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
     if (!second) return std::nullopt;
     return TCoordRect{first->x, first->y, second->x, second->y};
   };
+  setup.cursor = answers.Cursor();
+  setup.choose_object = [&answers](const std::vector<Editor::Primitive*>& objects) {
+    return answers.ChooseObject(objects);
+  };
   setup.dialogs.alignment = [&answers](Editor::AlignmentAnswer& answer) {
     return answers.AlignmentDialog(answer);
   };

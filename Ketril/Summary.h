@@ -15,4 +15,10 @@ nlohmann::ordered_json Summary(const std::vector<Editor::Change>& changes);
 // "2 vias added, 2 pads removed"; "nothing changed" when there is none.
 std::string SummaryText(const nlohmann::ordered_json& summary);
 
+// [{"object": "Component U1", "layer": "F.Cu", "parts": {"Pad": 8}}]: the groups that went, in that order,
+// and what became free of each.
+nlohmann::ordered_json UnGroupSummary(const Editor::Board& board, const std::vector<Editor::Change>& changes);
+// "  Component U1 on F.Cu: 8 pads" a line.
+std::string UnGroupSummaryText(const nlohmann::ordered_json& groups);
+
 }  // namespace Ketril::Command

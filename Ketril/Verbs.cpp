@@ -142,6 +142,36 @@ void AutopositionText(const ToolsLibrary& library, const char* export_name, IPCB
 
 constexpr struct {
   const char* word;
+  TObjectId kind;
+} kGroupKinds[] = {{"component", eComponentObject},
+                   {"zone", ePolyObject},
+                   {"dimension", eDimensionObject},
+                   {"coordinate", eCoordinateObject}};
+
+// Without "Kinds" all of them, with "Selected" False by picks.
+void UnGroup(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+             IParameterList* parameters) {
+  std::u16string words, selected;
+  if (!parameters || !parameters->GetParameter(u"Kinds", words) || words.empty())
+    words = u"component,zone,dimension,coordinate";
+  std::uint32_t kinds = 0;
+  for (std::string rest = Platform::ToUtf8(words); !rest.empty();) {
+    const std::size_t comma = std::min(rest.find(','), rest.size());
+    const auto known = std::ranges::find_if(
+        kGroupKinds, [&](const auto& kind) { return rest.compare(0, comma, kind.word) == 0; });
+    if (known == std::end(kGroupKinds))
+      throw Failure(kExit_Usage, "-D Kinds: \"" + rest.substr(0, comma) + "\" is no kind of group");
+    kinds |= TObjectSet{known->kind}.Bits();
+    rest.erase(0, comma + 1);
+  }
+  const bool by_pick = parameters && parameters->GetParameter(u"Selected", selected) && selected == u"False";
+  library.Find<void(IPCB_Board*, bool, TObjectSet, const std::u16string&)>(export_name)(
+      board, !by_pick, TObjectSet(kinds),
+      by_pick ? u"Ungroup this object?" : u"Ungroup the selected objects?");
+}
+
+constexpr struct {
+  const char* word;
   TTextAutoposition position;
 } kTextPositions[] = {
     {"top-left", eAutoPos_TopLeft},         {"top", eAutoPos_TopCenter},
@@ -261,6 +291,18 @@ const std::array kToolVerbs{
     ToolVerb{"swap-components", "Tools_SwapComponents", "Placing",
              "Two components, named, selected or picked, exchange their places", false, CallWithView, true,
              Settings::None, Operands::TwoComponents},
+    ToolVerb{
+        "un-group",
+        "Tools_UnGroup",
+        "Converting",
+        "Turn components, zones, dimensions into their free parts: those selected, picked, or at a place",
+        true,
+        UnGroup,
+        true,
+        Settings::None,
+        Operands::None,
+        {},
+        true},
 };
 
 constexpr std::array kSayings{
@@ -304,6 +346,12 @@ std::optional<TTextAutoposition> TextPositionOf(std::string_view word) {
 std::vector<std::string> TextPositionWords() {
   std::vector<std::string> words;
   for (const auto& known : kTextPositions) words.emplace_back(known.word);
+  return words;
+}
+
+std::vector<std::string> GroupKinds() {
+  std::vector<std::string> words;
+  for (const auto& known : kGroupKinds) words.emplace_back(known.word);
   return words;
 }
 

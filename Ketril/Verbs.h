@@ -18,6 +18,8 @@ namespace Ketril::Command {
 enum class Settings : std::uint8_t { None, Grid, Shove };  // the component grid; that and those of the shove
 // What stands behind the board on the command line.
 enum class Operands { None, File, TwoComponents };
+// Kinds of objects that un-group takes, in the words of a selection: component, zone, dimension, coordinate.
+std::vector<std::string> GroupKinds();
 
 struct ToolVerb {
   const char* verb;
@@ -32,6 +34,7 @@ struct ToolVerb {
   Settings settings = Settings::None;
   Operands operands = Operands::None;        // a file goes to `call` as the parameter "FileName"
   std::span<const DialogField> fields = {};  // options that fill its dialog
+  bool ungroups = false;
 };
 
 // Exports that round a coordinate to the component grid and leave the board as it is.

@@ -121,9 +121,10 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
                    "Where a tool's report goes; without it beside the changed board")
       ->type_name("DIR");
   if (picks) {
-    verb->add_option("--pick", options.picks,
-                     "A place to pick, X,Y as in the board file, or the name of a component or room; may be "
-                     "given again")
+    verb->add_option(
+            "--pick", options.picks,
+            "A place to pick, X,Y as in the board file, or the name of a component, room or zone; may be "
+            "given again")
         ->type_name("PLACE")
         ->expected(1)
         ->take_all()
@@ -157,6 +158,16 @@ void AddOperands(CLI::App& verb, Options& options, Operands operands) {
   }
 }
 
+void AddUnGroup(CLI::App& verb, Options& options) {
+  verb.add_option("--at", options.cursor, "What is at this place, when nothing is selected; as --pick")
+      ->type_name("PLACE")
+      ->excludes("--select");
+  verb.add_option("--kinds", options.kinds, "Of these kinds only: component,zone,dimension,coordinate")
+      ->delimiter(',')
+      ->check(CLI::IsMember(GroupKinds()))
+      ->type_name("KINDS");
+}
+
 void AddTools(CLI::App& app, Options& options) {
   for (const ToolVerb& tool : ToolVerbs()) {
     CLI::App* verb = app.add_subcommand(tool.verb, tool.help);
@@ -172,7 +183,8 @@ void AddTools(CLI::App& app, Options& options) {
       }
     }
     AddOperands(*verb, options, tool.operands);
-    verb->callback([&tool, &options] { RunTool(tool, options); });
+    if (tool.ungroups) AddUnGroup(*verb, options);
+    verb->callback([&tool, &options] { tool.ungroups ? UnGroup(options) : RunTool(tool, options); });
   }
 }
 

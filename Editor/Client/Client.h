@@ -17,6 +17,8 @@
 
 namespace Ketril::Editor {
 
+class Primitive;
+
 // Answers a Yes/No question; empty when nobody answered, which the tools take for a No.
 using ConfirmProvider = std::function<std::optional<bool>(const std::u16string& text)>;
 
@@ -27,6 +29,10 @@ using MessageProvider = std::function<void(const std::u16string& text, Platform:
 using LocationPick = std::function<std::optional<TCoordPoint>(const std::u16string& prompt)>;
 using RectanglePick = std::function<std::optional<TCoordRect>(const std::u16string& first_prompt,
                                                               const std::u16string& second_prompt)>;
+
+// Lets the user choose one of several objects at a place, the smallest of which is the first; empty when he
+// chooses none.
+using ObjectChoice = std::function<std::optional<std::size_t>(const std::vector<Primitive*>& objects)>;
 
 // Takes a message that waits for the user, and the process that it offers.
 using NotificationSink = std::function<void(const std::u16string& title, const std::u16string& text,
@@ -41,9 +47,11 @@ struct ClientSetup {
   TeardropDialog teardrop_dialog = {};  // null: the dialog counts as cancelled
   std::function<void(const std::filesystem::path& file)> open_document = {};  // null: nothing opens
   BoardDialogs dialogs = {};
-  LocationPick choose_location = {};    // null: every pick is cancelled
-  RectanglePick choose_rectangle = {};  // likewise
-  void* current_board = nullptr;        // the handle of the board that the user sees
+  LocationPick choose_location = {};       // null: every pick is cancelled
+  RectanglePick choose_rectangle = {};     // likewise
+  ObjectChoice choose_object = {};         // likewise
+  std::optional<TCoordPoint> cursor = {};  // on the board that the user sees; empty: it is elsewhere
+  void* current_board = nullptr;           // the handle of the board that the user sees
   // After how many waves a shove ends; without it, what the options say: [SystemOptions] ShovePassLimit.
   std::optional<std::int32_t> shove_passes = {};
   MessageProvider show_message = {};  // null: the dialog service shows messages as the platform does

@@ -40,7 +40,7 @@ std::vector<std::string> BoardComposer::Expressions(Primitive& object) {
   }
   std::vector<std::string> parts;
   if (object.kind == eDimensionObject || object.kind == eCoordinateObject) {
-    for (const Ref<Primitive>& member : static_cast<Group&>(object).Members()) {
+    for (Primitive* member : static_cast<Group&>(object).ListMembers()) {
       for (std::string& part : Expressions(*member)) parts.push_back(std::move(part));
     }
   }
@@ -101,7 +101,10 @@ std::string BoardComposer::Line(Primitive& object, TCoordPoint p1, TCoordPoint p
 }
 
 std::vector<std::string> BoardComposer::ArcLines(Arc& arc) {
-  if (InFootprint(arc) || !IsSignalLayer(arc.state.layer)) return {DrawnArc(arc)};
+  // What has no net need not be a track.
+  const bool cannot_be_track = !words_.version.HasTrackArcs() || IsFullCircle(arc.data);
+  if (InFootprint(arc) || !IsSignalLayer(arc.state.layer) || (cannot_be_track && !arc.GetNet()))
+    return {DrawnArc(arc)};
   std::vector<std::string> parts;
   if (!words_.version.HasTrackArcs()) {
     const std::vector<TCoordPoint> points = PointsOnArc(arc.data);
@@ -130,9 +133,10 @@ std::string BoardComposer::DrawnArc(Arc& arc) {
   const ArcData& data = arc.data;
   std::string shape, fill;
   if (IsFullCircle(data)) {
-    // A pen that covers the disc is a filled circle, where circles can be filled.
-    const bool filled = words_.version.QuotesAll() && data.width >= 2 * std::int64_t{data.radius};
-    const TCoord radius = filled ? ToCoord(std::int64_t{data.radius} + data.width / 2) : data.radius;
+    // A pen that just covers the disc is a filled circle, where circles can be filled.
+    const std::int64_t beyond = data.width - 2 * std::int64_t{data.radius};
+    const bool filled = words_.version.QuotesAll() && (beyond == 0 || beyond == 1);
+    const TCoord radius = filled ? ToCoord(std::int64_t{data.radius} + (data.width + 1) / 2) : data.radius;
     const TCoordPoint end = {ToCoord(std::int64_t{data.center.x} + radius), data.center.y};
     shape =
         kind + "circle" + LockedWord(arc) + " (center " + Place(data.center) + ") (end " + Place(end) + ")";

@@ -61,14 +61,16 @@ std::string BoardComposer::TextText(Text& text) {
     const char* const role = data.role == TextRole::Free ? "user" : is_designator ? "reference" : "value";
     head = std::string("(fp_text ") + role + LockedWord(text);
   }
-  const bool hidden = in_footprint && text.Has(kFlag_Hidden);
+  const bool hidden = text.Has(kFlag_Hidden);
+  const std::string hide = !hidden ? "" : is_tabbed ? " (hide yes)" : " hide";
   std::string effects = "(effects " + std::string("(font ") + Lengths("size", data.size, data.letter_width) +
                         " (thickness " + FileWords::Length(data.width) + "))";
   if (const std::string justify = Justify(data); !justify.empty()) effects += " " + justify;
+  if (!in_footprint) effects += hide;
   effects += ")";
   std::string result = head + " " + words_.Text(data.string) + LockedList(text) + " " +
                        PlaceAndAngle(data.anchor, data.rotation) + Layer(text);
-  if (hidden) result += is_tabbed ? " (hide yes)" : " hide";
+  if (in_footprint) result += hide;
   // In the oldest version a footprint's texts have no stamp.
   const std::string id = in_footprint && !words_.version.HasUuids() ? "" : words_.Identifier(text);
   return result + (is_tabbed ? id + " " + effects : " " + effects + id) + ")";

@@ -24,6 +24,7 @@ void BoardPass::TextFields(Text& text) {
   EachOnce([&](const Item& item, std::uint64_t key) {
     if (key == "at"_word) {
       PlaceAndAngle(text.data.anchor, text.data.rotation);
+      if (in_.HasWord() && in_.Word("a word").text == "unlocked") text.data.keeps_upright = false;
     } else {
       TextWord(item, key, text);
     }
@@ -36,6 +37,7 @@ void BoardPass::TextFields(Text& text) {
 void BoardPass::FootprintText(Text& text) {
   const SExpressionWord role = in_.Word("the text's role");
   level_.lock_at = role.end;
+  text.data.keeps_upright = true;
   if (!edits_ && role.text == "reference") text.data.role = TextRole::Designator;
   if (!edits_ && role.text == "value") text.data.role = TextRole::Comment;
   TextFields(text);
@@ -44,6 +46,7 @@ void BoardPass::FootprintText(Text& text) {
 // `(property "Reference" "R1" (at ...) ...)`
 void BoardPass::Property(Text& text) {
   const SExpressionWord role = in_.Word("the property's name");
+  text.data.keeps_upright = true;
   if (!edits_ && role.text == "Reference") text.data.role = TextRole::Designator;
   if (!edits_ && role.text == "Value") text.data.role = TextRole::Comment;
   TextFields(text);
@@ -74,6 +77,8 @@ void BoardPass::TextWord(const Item& item, std::uint64_t key, Text& text) {
   } else if (key == "render_cache"_word) {
     in_.Leave(in_.Depth() - 1);
     text_cache_ = {item.begin, in_.Position()};
+  } else if (key == "unlocked"_word) {
+    text.data.keeps_upright = in_.HasWord() && in_.Word("yes or no").text == "no";
   } else {
     Common(item, key, text);
   }
@@ -237,9 +242,23 @@ void BoardPass::DimensionFields(Dimension& dimension) {
           const Enter level(*this);
           EachOnce([&](const Item&, std::uint64_t part) {
             if (part == "thickness"_word) Length(dimension.data.width);
+            if (part == "arrow_length"_word) Length(dimension.data.arrow);
+            if (part == "extension_height"_word) Length(dimension.data.extension);
+            if (part == "extension_offset"_word) Length(dimension.data.offset);
+            if (part == "arrow_direction"_word)
+              dimension.data.inward = in_.Word("a direction").text == "inward";
           });
           break;
         }
+        case "height"_word:
+          Length(dimension.data.height);
+          break;
+        case "leader_length"_word:
+          Length(dimension.data.leader);
+          break;
+        case "orientation"_word:
+          dimension.data.upright = TakeNumber(in_.Word("an orientation")) != 0;
+          break;
         default:
           Common(item, key, dimension);
       }

@@ -45,8 +45,10 @@ class FileVersion {
 constexpr std::string_view kTeardropName = "$teardrop_padvia$";
 constexpr std::string_view kTeardropPrefix = "$teardrop_";
 constexpr std::int32_t kTeardropPriority = 30000;
-// A zone of this name is one of our regions, which the format has no other word for when it has a net.
+// A zone of this name, or of a priority from here on, is one of our regions, which the format has no other
+// word for when it has a net.
 constexpr std::string_view kRegionName = "$ketril_region$";
+constexpr std::int32_t kRegionPriority = 20000;
 // A footprint of this library name is a pad that belongs to no component: the format has no pads but those of
 // footprints. It holds one pad, at its own place.
 constexpr std::string_view kFreePadName = "Ketril:FreePad";

@@ -7,6 +7,7 @@
 
 #include "Editor/Copper/Clipping.h"
 #include "Editor/Copper/Distance.h"
+#include "Editor/Copper/Outline.h"
 #include "Editor/Files/ArcGeometry.h"
 #include "Editor/Model/Board.h"
 #include "Editor/Model/Copper.h"
@@ -16,13 +17,14 @@ namespace Ketril::Editor {
 namespace {
 
 constexpr double kStripHalfWidth = 5000;  // 0.5 mil
+constexpr std::size_t kFewSides = 64;     // of a ring whose sides are all held against each other
 constexpr double kRounding = 3;           // by which clipped vertices may be off, in units
 
 // No two sides meet but in the vertex between them.
 bool IsPlain(const Ring& ring) {
   const std::vector<TCoordPoint>& points = ring.points;
   const std::size_t count = points.size();
-  if (count < 3 || count > 64) return false;
+  if (count < 3 || count > kFewSides) return false;
   const auto side = [](TCoordPoint a, TCoordPoint b, TCoordPoint p) {
     return (double(b.x) - a.x) * (double(p.y) - a.y) - (double(b.y) - a.y) * (double(p.x) - a.x);
   };
@@ -137,8 +139,23 @@ bool IsTied(const std::vector<Ring>& fills, const std::vector<Ring>& outlines) {
   });
 }
 
-// However they were put together: a ring with holes is written as one.
-bool HasVerticesOf(const std::vector<Ring>& rings, const std::vector<Ring>& others) {
+// By how much the area may be off when each vertex is off by half a unit.
+double AreaError(const std::vector<Ring>& rings) {
+  double length = 1;
+  for (const Ring& ring : rings) {
+    for (std::size_t i = 0, j = ring.points.size() - 1; i < ring.points.size(); j = i++)
+      length += Distance(SpotOf(ring.points[i]), SpotOf(ring.points[j]));
+  }
+  return length;
+}
+
+bool HaveOneArea(const std::vector<Ring>& rings, const std::vector<Ring>& others) {
+  return std::abs(AreaOf(rings) - AreaOf(others)) <= AreaError(rings);
+}
+
+// However they were put together: a ring with holes is written as one, with the ends of the cuts as further
+// vertices.
+bool IsMadeOf(const std::vector<Ring>& rings, const std::vector<Ring>& others) {
   const auto vertices = [](const std::vector<Ring>& of) {
     std::set<std::pair<TCoord, TCoord>> all;
     for (const Ring& ring : of) {
@@ -146,7 +163,7 @@ bool HasVerticesOf(const std::vector<Ring>& rings, const std::vector<Ring>& othe
     }
     return all;
   };
-  return vertices(rings) == vertices(others);
+  return HaveOneArea(rings, others) && std::ranges::includes(vertices(rings), vertices(others));
 }
 
 }  // namespace
@@ -155,7 +172,10 @@ std::vector<Ring> Covered(const std::vector<Ring>& rings) {
   if (rings.size() == 1 && IsPlain(rings.front())) return rings;
   std::vector<Ring> outer, holes;
   for (const Ring& ring : rings) (ring.hole ? holes : outer).push_back(ring);
-  return Difference(outer, holes);
+  std::vector<Ring> covered = Difference(outer, holes);
+  // A ring that only touches itself, as one that was cut open to its holes, encloses just what it covers.
+  const bool is_long = rings.size() == 1 && rings.front().points.size() > kFewSides;
+  return is_long && HaveOneArea(covered, rings) ? rings : covered;
 }
 
 std::vector<Ring> TiedFill(const Region& region) {
@@ -190,9 +210,15 @@ std::vector<Ring> TiedFill(const Region& region) {
   return Difference(fill, {});
 }
 
+std::vector<Ring> WithinPen(const Region& region, std::vector<Ring> fill) {
+  if (fill != Covered(region.data.rings)) return fill;
+  std::vector<Ring> within = Outline({AreaOfRings(fill)}, -kRegionPen / 2.0, kRounding);
+  return within.empty() ? fill : within;
+}
+
 bool IsMadeFrom(const std::vector<Ring>& fills, const std::vector<Ring>& outlines, bool may_be_tied) {
   if (fills == outlines) return true;
-  return HasVerticesOf(fills, Covered(outlines)) || (may_be_tied && IsTied(fills, outlines));
+  return IsMadeOf(fills, Covered(outlines)) || (may_be_tied && IsTied(fills, outlines));
 }
 
 }  // namespace Ketril::Editor

@@ -18,6 +18,11 @@ std::vector<Ring> Covered(const std::vector<Ring>& rings);
 // itself, which must be on a board, is not changed.
 std::vector<Ring> TiedFill(const Region& region);
 
+// What a pen of kRegionPen draws the fill of a region with, where fills have a pen. A fill with a strip, and
+// one of which nothing would be left, stays as it is.
+constexpr TCoord kRegionPen = 10000;  // 1 mil, the least that the format's programs take
+std::vector<Ring> WithinPen(const Region& region, std::vector<Ring> fill);
+
 // True when the fills are what these functions make of the outlines: then the outlines are the region. A fill
 // with a strip reaches out of them, as no poured copper does, and is looked for when `may_be_tied`.
 bool IsMadeFrom(const std::vector<Ring>& fills, const std::vector<Ring>& outlines, bool may_be_tied);

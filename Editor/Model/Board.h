@@ -18,6 +18,7 @@
 #include "Editor/Model/Rooms.h"
 #include "Editor/Model/SpatialIndex.h"
 #include "Editor/Model/Warehouse.h"
+#include "Interfaces/Picks.h"
 
 namespace Ketril::Editor {
 
@@ -62,7 +63,7 @@ struct BoardText {
 // board.
 class Board final
     : public PrimitiveObject<Board, Primitive, IPCB_Board3, IPCB_BoardMeasure, IPCB_BoardMessages,
-                             IPCB_BoardRooms, IPCB_BoardUnions, IPCB_BoardReports> {
+                             IPCB_BoardRooms, IPCB_BoardUnions, IPCB_BoardReports, IPCB_BoardPicks> {
  public:
   static constexpr TObjectId kKind = eBoardObject;
   struct Data {};
@@ -217,6 +218,11 @@ class Board final
 
   KETRIL_HOST_METHOD(IPCB_BoardUnions, AddToUnion, (std::int32_t union_index, IPCB_Primitive* object),
                      PutIntoUnion(union_index, FromInterface(object)))
+  // The user is who the installed client says.
+  Status ChooseLocation(const std::u16string& prompt, TCoordPoint& place, bool& chosen) noexcept override;
+  Status GetState_ObjectAtCursor(TObjectSet kinds, Ref<IPCB_Primitive>& primitive) noexcept override;
+  Status ChooseObjectAt(TCoordPoint place, TObjectSet kinds, IPCB_LayerSet* layer_set,
+                        Ref<IPCB_Primitive>& primitive) noexcept override;
   // Those of the file, and the multi-layer.
   Status GetState_LayerIterator(Ref<IPCB_LayerIterator>& value) noexcept override;
   Status EditBoardReportOptions(TBoardReportOptionSet& options, bool& accepted) noexcept override;

@@ -8,19 +8,12 @@ namespace Ketril::Editor {
 
 Polygon::Polygon() = default;
 BoardOutline::BoardOutline() = default;
-Dimension::Dimension() = default;
 Coordinate::Coordinate() = default;
 LibComponent::LibComponent() = default;
 
 void Polygon::MirrorLayers() {
   Group::MirrorLayers();
   MirrorAll(data.layers, board);
-}
-
-Extent Dimension::OwnExtent() const {
-  Extent extent;
-  for (const TCoordPoint& point : data.points) extent.Add(point, std::max(data.width, 0) / 2.0);
-  return extent;
 }
 
 Extent Coordinate::OwnExtent() const {

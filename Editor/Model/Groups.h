@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Editor/Model/Component.h"
+#include "Editor/Model/Copper.h"
 #include "Editor/Model/Group.h"
 #include "Editor/Model/Net.h"
 #include "Editor/Model/Polygon.h"
@@ -14,9 +15,17 @@ namespace Ketril::Editor {
 struct DimensionData {
   std::vector<TCoordPoint> points;
   std::u16string style;  // the format's word for its kind: aligned, leader, center, orthogonal, radial
-  TCoord width = 0;
+  TCoord width = 0;      // of its lines
+  TCoord height = 0;  // how far the crossbar is from the points: to the right, seen along them, when above 0
+  TCoord arrow = 0;   // length of the lines of an arrow's head
+  TCoord extension = 0;  // by how much the lines from the points reach beyond the crossbar
+  TCoord offset = 0;     // where they begin, off the points
+  TCoord leader = 0;     // length of the line from a circle, of a radial one
+  bool upright = false;  // an orthogonal one measures along y
+  bool inward = false;   // the arrows point at each other, from outside
 };
-// Its members are its text and, where the file holds them, its lines.
+// Its members are its text and, where the file holds them, its lines. Other lines follow from its data; a
+// walk of it gives these too, as tracks that are on no board.
 class Dimension final : public GroupObject<Dimension, IPCB_Dimension> {
  public:
   static constexpr TObjectId kKind = eDimensionObject;
@@ -24,10 +33,18 @@ class Dimension final : public GroupObject<Dimension, IPCB_Dimension> {
 
   Dimension();
   TCoordPoint Reference() const override { return data.points.empty() ? TCoordPoint{} : data.points.front(); }
+  // The lines that follow from its data, as the text leaves room for them; none where the file holds lines.
+  // The frame around the text of a leader is none of them.
+  std::vector<TrackData> DrawnLines() const;
+  std::vector<Primitive*> ListMembers() const override;
+  Primitive* MemberAt(std::int32_t index) const override;
+  bool HasMember(const Primitive& primitive) const override;
 
  private:
   Extent OwnExtent() const override;
-  void TransformSelf(const PlaneMap& map) override { map.Apply(data.points); }
+  void TransformSelf(const PlaneMap& map) override;
+
+  mutable std::vector<Ref<Primitive>> lines_;  // those that a walk gave
 };
 
 struct CoordinateData {

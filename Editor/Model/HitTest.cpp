@@ -1,5 +1,6 @@
 #include "Editor/Model/HitTest.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "Editor/Copper/Distance.h"
@@ -13,6 +14,8 @@ namespace {
 bool IsAt(const Primitive& object, TCoordPoint place) {
   if (const Rule* rule = As<Rule>(&object)) return Covers(ShapeOfRoom(*rule), place);
   if (!Meet(Ordered(object.Bounds()), {place.x, place.y, place.x, place.y})) return false;
+  if (const Polygon* zone = As<Polygon>(&object))
+    return Covers(ShapeOf({AreaOfRings(zone->data.rings)}), place);
   if (object.MemberList()) return true;
   const bool on_all_copper = object.state.layer == TV7_Layer(eV6_MultiLayer);
   bool has_shape = false;
@@ -58,22 +61,32 @@ bool Covers(const CopperShape& shape, TCoordPoint place) {
   return Gap(shape, ShapeOf({Hull{{Disc{spot.x, spot.y, 0}}}}), kTouchGap) < kTouchGap;
 }
 
-Primitive* HitObject(Board& board, TCoordPoint place, HitOptions& options) {
+std::vector<Primitive*> HitObjects(Board& board, TCoordPoint place, HitOptions& options) {
   options.layers.Restart();
-  Primitive* found = nullptr;
-  double least = 0;
+  struct Hit {
+    Primitive* object;
+    double area;
+  };
+  std::vector<Hit> hits;
   const auto consider = [&](Primitive& object) {
     Primitive& meant = StandsFor(object, options.method);
     if (object.Has(kFlag_Hidden) || !Passes(meant, options)) return;
-    const double area = BoxArea(meant);
-    if ((found && area >= least) || !IsAt(object, place)) return;
-    found = &meant;
-    least = area;
+    if (std::ranges::find(hits, &meant, &Hit::object) != hits.end() || !IsAt(object, place)) return;
+    hits.push_back({&meant, BoxArea(meant)});
   };
   for (Primitive* object : board.index.Find({place.x, place.y, place.x, place.y})) consider(*object);
-  if (!options.kinds.Contains(eRuleObject)) return found;
-  for (Warehouse::Walk walk(board.objects, {eRuleObject}); Primitive* rule = walk.Next();) consider(*rule);
-  return found;
+  if (options.kinds.Contains(eRuleObject)) {
+    for (Warehouse::Walk walk(board.objects, {eRuleObject}); Primitive* rule = walk.Next();) consider(*rule);
+  }
+  std::ranges::stable_sort(hits, {}, &Hit::area);
+  std::vector<Primitive*> objects;
+  for (const Hit& hit : hits) objects.push_back(hit.object);
+  return objects;
+}
+
+Primitive* HitObject(Board& board, TCoordPoint place, HitOptions& options) {
+  const std::vector<Primitive*> hits = HitObjects(board, place, options);
+  return hits.empty() ? nullptr : hits.front();
 }
 
 }  // namespace Ketril::Editor

@@ -143,7 +143,9 @@ class Primitive : public IInterface {
   virtual void Move(TCoord dx, TCoord dy) { Transform(PlaneMap::Translation(dx, dy)); }
   virtual std::unique_ptr<Snapshot> Save() const = 0;
   virtual void Restore(const Snapshot& snapshot) = 0;
-  virtual Ref<Primitive> Copy() const = 0;    // on no board, in no group, a new identity
+  virtual Ref<Primitive> Copy() const = 0;  // on no board, in no group, a new identity
+  // A copy to stand by itself: of a member of a group without what only the group gives it.
+  virtual Ref<Primitive> FreeCopy() const { return Copy(); }
   virtual std::u16string Identifier() const;  // "U1", "R3-2", "GND"
   std::int32_t CountViolations();             // of clearances, as the board is; stands with the rules
   std::u16string Describe() const;            // kind, identifier, place and layer, for a person

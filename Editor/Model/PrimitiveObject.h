@@ -87,7 +87,7 @@ class PrimitiveObject : public HostObject<Interfaces..., Core> {
   // Nothing is drawn while a tool runs.
   KETRIL_HOST_METHOD(IPCB_Primitive, GraphicallyInvalidate, (), Status::Ok)
   KETRIL_HOST_METHOD(IPCB_Primitive, Replicate, (Ref<IPCB_Primitive> & replica),
-                     void(replica = Ref<IPCB_Primitive>(this->Copy()->AsInterface())))
+                     void(replica = Ref<IPCB_Primitive>(this->FreeCopy()->AsInterface())))
   KETRIL_HOST_METHOD(IPCB_Primitive, GetState_IsSaveable, (TKetrilFileFormatVersion version, bool& saveable),
                      void(saveable = this->IsSaveableIn(version)))
 

@@ -4,8 +4,10 @@
 #include <cmath>
 #include <utility>
 
+#include "Editor/Copper/Outline.h"
 #include "Editor/Model/Component.h"
 #include "Editor/Model/LayerFacts.h"
+#include "Editor/Model/Polygon.h"
 
 namespace Ketril::Editor {
 
@@ -110,6 +112,25 @@ void Text::MirrorLayers() {
   if (!(before == state.layer)) data.mirrored = !data.mirrored;
 }
 
+double ShownRotation(const TextData& text) {
+  const double turn = std::remainder(text.rotation, 360);
+  const bool stands_on_head = text.keeps_upright && (turn > 90 || turn <= -90);
+  return stands_on_head ? std::fmod(CleanAngle(turn + 180), 360) : text.rotation;
+}
+
+Ref<Primitive> Text::FreeCopy() const {
+  Ref<Primitive> copy = Copy();
+  if (OwnerAs<Component>()) {
+    TextData& free = As<Text>(copy.Get())->data;
+    free.string = Shown();
+    free.role = TextRole::Free;
+    // Only a footprint's text is turned when it is shown.
+    free.rotation = ShownRotation(free);
+    free.keeps_upright = false;
+  }
+  return copy;
+}
+
 void Text::SetSize(TCoord size) {
   data.letter_width = data.size > 0 ? ToCoord(double{1} * data.letter_width / data.size * size) : size;
   data.size = size;
@@ -161,6 +182,19 @@ double AreaOf(const std::vector<Ring>& rings) {
 }
 
 Region::Region() = default;
+
+Ref<Primitive> Region::FreeCopy() const {
+  constexpr double kError = 200;  // by which chords run inside of what the pen rounds
+  Ref<Primitive> copy = Copy();
+  if (!OwnerAs<Polygon>() || data.line_width <= 0) return copy;
+  std::vector<Ring> covered = Outline(FormsOf(*this, state.layer), 0, kError);
+  if (covered.empty()) return copy;
+  std::ranges::stable_partition(covered, [](const Ring& ring) { return !ring.hole; });
+  RegionData& area = As<Region>(copy.Get())->data;
+  area.rings = std::move(covered);
+  area.line_width = 0;
+  return copy;
+}
 
 std::int32_t Region::PointCount() const {
   return data.rings.empty() ? 0 : static_cast<std::int32_t>(data.rings.front().points.size());

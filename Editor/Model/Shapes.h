@@ -28,9 +28,14 @@ struct TextData {
   TextAlign horizontal = TextAlign::Center;
   TextAlign vertical = TextAlign::Center;
   bool mirrored = false;  // left to right, about the anchor, before the rotation
+  bool keeps_upright =
+      false;  // the format's programs turn it by 180 degrees where it would stand on its head
   TextRole role = TextRole::Free;
   friend bool operator==(const TextData&, const TextData&) = default;
 };
+
+// As it is drawn: turned by 180 degrees where a text that keeps upright would stand on its head.
+double ShownRotation(const TextData& text);
 
 // A box with a rotation about its centre.
 struct FillData {
@@ -63,7 +68,8 @@ class Text final : public PrimitiveObject<Text, Primitive, IPCB_Text3> {
   TCoordRect Bounds() const override;
   TCoordPoint Reference() const override { return data.anchor; }
   void Transform(const PlaneMap& map) override;
-  void MirrorLayers() override;  // turns the writing over as well
+  void MirrorLayers() override;              // turns the writing over as well
+  Ref<Primitive> FreeCopy() const override;  // says what the component's text shows, and has no role
   std::u16string Identifier() const override { return Shown(); }
 
   // The corners of the box. It has the size of its letters: writing a corner moves the text there.
@@ -143,6 +149,8 @@ class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape3> 
   RegionData data;
 
   Region();
+  // The poured copper of a zone is drawn with a pen: by itself it is the area that the pen covers.
+  Ref<Primitive> FreeCopy() const override;
   // The segments are the edges of the first ring, all of them lines.
   KETRIL_HOST_METHOD(IPCB_RegionShape, GetState_Segments, (std::int32_t index, TPolySegment& segment),
                      SegmentAt(index, segment))

@@ -47,7 +47,7 @@ void DrawArc(Svg& svg, const ArcData& arc) {
 
 void DrawRings(Svg& svg, const std::vector<Ring>& rings, bool filled, bool closed, TCoord pen) {
   svg << "<path class=\"" << (filled ? "area" : "pen") << "\"";
-  if (pen > 0) svg << " stroke-width=\"" << Mm(pen) << "\"";
+  if (pen > 0 || filled) svg << " stroke-width=\"" << Mm(pen) << "\"";
   svg << " d=\"";
   for (const Ring& ring : rings) {
     const char* sign = "M";
@@ -76,7 +76,7 @@ void DrawText(Svg& svg, const Text& text) {
   svg << "<text font-size=\"" << Mm(font) << "\" text-anchor=\"";
   svg << kAnchors[static_cast<int>(data.horizontal) + 1] << "\" transform=\"translate(" << At{data.anchor}
       << ")";
-  if (data.rotation != 0) svg << " rotate(" << Num(-data.rotation) << ")";
+  if (const double turn = ShownRotation(data); turn != 0) svg << " rotate(" << Num(-turn) << ")";
   if (data.mirrored) svg << " scale(-1 1)";
   svg << "\">";
   std::u16string shown = text.Shown();
@@ -110,7 +110,7 @@ TCoordRect Both(const TCoordRect& a, const TCoordRect& b) {
 
 constexpr const char* kStyle =
     "<style>.pen{fill:none;stroke:currentColor;stroke-linecap:round;stroke-linejoin:round}"
-    ".area{fill:currentColor;fill-rule:evenodd;stroke:currentColor;stroke-width:0;stroke-linejoin:round}"
+    ".area{fill:currentColor;fill-rule:evenodd;stroke:currentColor;stroke-linejoin:round}"
     "rect,circle,polygon,text{fill:currentColor}circle.pen{fill:none}"
     "text{font-family:'DejaVu Sans Mono',monospace}</style>\n";
 
@@ -197,6 +197,9 @@ class Painter {
     if (const Arc* arc = As<Arc>(&object)) DrawArc(On(object, layer), arc->data);
     if (const Fill* fill = As<Fill>(&object)) DrawFill(On(object, layer), fill->data);
     if (const Text* text = As<Text>(&object)) DrawText(On(object, layer), *text);
+    if (const Dimension* dimension = As<Dimension>(&object)) {
+      for (const TrackData& line : dimension->DrawnLines()) DrawTrack(On(object, layer), line);
+    }
     if (const Region* region = As<Region>(&object)) {
       const RegionData& data = region->data;
       DrawRings(On(object, layer), data.rings, data.filled, data.closed, data.line_width);

@@ -10,6 +10,7 @@
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
+#include "Editor/Copper/CopperMeasure.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Selection/Selection.h"
 #include "Editor/Vias/ViaUnions.h"
@@ -266,6 +267,40 @@ class ViaRun final : public ToolRun {
   }
 };
 
+// Everything that is a group comes apart; no copper is lost, not in the file either.
+class UnGroupRun final : public ToolRun {
+ public:
+  using ToolRun::ToolRun;
+  void TestBody() override {
+    const auto areas = Areas(*board_);
+    constexpr TObjectSet kKinds = {eComponentObject, ePolyObject, eDimensionObject, eCoordinateObject};
+    board_->objects.ForEach(kKinds, [](Primitive& group) {
+      if (!group.Owner()) group.SetFlag(Editor::kFlag_Selected, true);
+    });
+    Tools_UnGroup(board_.Get(), true, kKinds, u"Ungroup?");
+    for (const TObjectId kind : {eComponentObject, eDimensionObject})
+      EXPECT_EQ(board_->objects.Count(kind), 0u);
+    ExpectSameAreas(areas, Areas(*board_));
+    const Ref<Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board_));
+    ExpectSameAreas(areas, Areas(*again));
+    // Free curves are lines in the file.
+    if (board_->file.text.find("(fp_curve") == std::string::npos) {
+      EXPECT_EQ(Differences(DescribeBoard(*board_, true), DescribeBoard(*again, true), 2), "");
+    }
+    ExpectUndoes();
+  }
+
+ private:
+  static std::map<TV7_Layer, double> Areas(const Board& board) {
+    return Editor::MakeHost<Editor::CopperBodies>(board)->areas;
+  }
+  // But for the chords of what a pen rounds.
+  static void ExpectSameAreas(const std::map<TV7_Layer, double>& before,
+                              const std::map<TV7_Layer, double>& after) {
+    for (const auto& [layer, area] : before) EXPECT_NEAR(after.at(layer), area, 1e-4 * area) << layer.ID;
+  }
+};
+
 struct Row {
   const char* name;
   const char* selection;
@@ -312,6 +347,7 @@ void RegisterToolRuns(const std::filesystem::path& path) {
   Register("TeardropsCurved", path, [path] { return new TeardropRun(path, u"1000"); });
   Register("TeardropsStraight", path, [path] { return new TeardropRun(path, u"1016"); });
   Register("FloodAndFence", path, [path] { return new ViaRun(path); });
+  Register("UnGroup", path, [path] { return new UnGroupRun(path); });
   Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });

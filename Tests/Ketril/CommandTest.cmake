@@ -107,6 +107,13 @@ expect(0 "R1 .* -> " swap-components ${SAMPLE} --pick R1 --pick R2 --dry-run)
 expect(0 "nobody answered \"Select first component\"" swap-components ${SAMPLE} --dry-run)
 expect(2 "no component \"R99\"" swap-components ${SAMPLE} R1 R99 --dry-run)
 expect(2 "" swap-components ${SAMPLE} R1 --dry-run)
+# Groups come apart: selected, pointed at, or picked, where a name chooses among several.
+expect(0 "Component R1 on F.Cu: .*2 pads" un-group ${SAMPLE} --select "component and name:R1" -y -o ${WORK}/free.kicad_pcb)
+expect(0 "Component +9" info ${WORK}/free.kicad_pcb)
+expect(0 "\"object\": \"Polygon ground\".*\"Region\": 1" un-group ${SAMPLE} --at 128,110 --kinds zone -y --dry-run --json)
+expect(0 "Component R1.*Component R2" un-group ${SAMPLE} --pick R1 --pick R2 -y --dry-run)
+expect(0 "nobody answered \"Which object: 1 Component R1 .*, 2 Polygon ground" un-group ${SAMPLE} --pick 128,110 --dry-run)
+expect(0 "nobody answered \"Ungroup the selected objects" un-group ${SAMPLE} --select zone --dry-run)
 # Reports, in their forms.
 expect(0 "blinker-board.html.*blinker-board.json" report board ${SAMPLE} --report-dir ${WORK}/reports --format html,csv,json,xml)
 file(READ ${WORK}/reports/blinker-board.html page)

@@ -352,15 +352,31 @@ class Builder {
       return TakeRotation(rotation);
     });
     const TV7_Layer side = std::exchange(component->state.layer, eV6_TopLayer);
-    if (at_ < words_.size() && words_[at_].text == "{") {
-      for (++at_; at_ < words_.size() && words_[at_].text != "}";) Statement(component.Get());
-      if (at_++ >= words_.size()) Fail("a brace is not closed");
-    }
+    TakeMembers(*component);
     board_->Load(component.Get());  // turning it over asks the board for its layers
     if (side == eV6_BottomLayer) component->Flip();
     component->Rotate({0, 0}, rotation - component->data.rotation);
     component->Transform(PlaneMap::Translation(place.x, place.y));
     component->AfterWrite();
+  }
+
+  Ref<Primitive> MakeDimension() {
+    const auto dimension = MakeHost<Dimension>();
+    while (PeekIsPoint()) dimension->data.points.push_back(TakePoint());
+    return Rest(dimension);
+  }
+
+  Ref<Primitive> MakeCoordinate() {
+    const auto coordinate = MakeHost<Coordinate>();
+    coordinate->data.location = TakePoint();
+    return Rest(coordinate);
+  }
+
+  // In braces, where they follow.
+  void TakeMembers(Group& group) {
+    if (at_ >= words_.size() || words_[at_].text != "{") return;
+    for (++at_; at_ < words_.size() && words_[at_].text != "}";) Statement(&group);
+    if (at_++ >= words_.size()) Fail("a brace is not closed");
   }
 
   Ref<Primitive> MakeNamed(std::string_view kind) {
@@ -372,11 +388,13 @@ class Builder {
     if (kind == "fill") return MakeFill();
     if (kind == "region") return MakeRing<Region>();
     if (kind == "zone") return MakeRing<Polygon>();
+    if (kind == "dimension") return MakeDimension();
+    if (kind == "coordinate") return MakeCoordinate();
     Fail("this kind of object is not known");
   }
 
-  // One object, into a component or, with null, onto the board.
-  void Statement(Component* component) {
+  // One object, into a group or, with null, onto the board.
+  void Statement(Group* group) {
     if (words_[at_].text == ";") {
       ++at_;
       return;
@@ -394,10 +412,11 @@ class Builder {
       MakeComponent();
     } else {
       const Ref<Primitive> object = MakeNamed(kind);
-      if (!component) {
+      if (object->MemberList()) TakeMembers(static_cast<Group&>(*object));
+      if (!group) {
         board_->Load(object.Get());
       } else {
-        component->AddMember(object.Get());
+        group->AddMember(object.Get());
       }
     }
   }

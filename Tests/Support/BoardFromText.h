@@ -8,13 +8,16 @@
 //   via 100,100 30/15 mid1..bottom net A          size/hole; the span is top to bottom when not said
 //   pad 100,100 60x40 rect hole 30 name 1 net A   round, rect, octagon or rounded; multi when no layer is
 //   said text 100,100 "Hello" h60 rot 90 topoverlay fill 0,0 100,50 rot 30 bottom region 0,0 100,0 100,100
-//   top teardrop net A zone 0,0 900,0 900,900 0,900 top net A edge 0,0 1000,0 1000,800 0,800 the board's
-//   outline component U1 at 500,500 bottom rot 90 { pad -50,0 60x60 name 1 net A ; text 0,80 "10k" comment }
+//   top teardrop net A zone 0,0 900,0 900,900 0,900 top net A { region 10,10 890,10 890,890 top net A }
+//   dimension 0,0 100,0 mech1 { track 0,50 100,50 mech1 } ; coordinate 100,100 mech1 { text 100,100 "x" mech1
+//   } edge 0,0 1000,0 1000,800 0,800 the board's outline component U1 at 500,500 bottom rot 90 { pad -50,0
+//   60x60 name 1 net A ; text 0,80 "10k" comment }
 //
-// What is in braces is placed as on a top component that is not turned, from its reference point. A component
-// has its designator above its reference point. Every object may say `selected`, `locked`, `keepout`,
-// `teardrop`, `union 3`, `rot 30`, `net A` and a layer: top, mid1 and on, bottom, multi, topoverlay,
-// bottomoverlay, toppaste, bottompaste, topsolder, bottomsolder, mech1 to mech16. # begins a comment.
+// What is in braces behind a component is placed as on a top component that is not turned, from its reference
+// point. A component has its designator above its reference point. Every object may say `selected`, `locked`,
+// `keepout`, `teardrop`, `union 3`, `rot 30`, `net A` and a layer: top, mid1 and on, bottom, multi,
+// topoverlay, bottomoverlay, toppaste, bottompaste, topsolder, bottomsolder, mech1 to mech16. # begins a
+// comment.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,5 @@
 // The table of exports: each function that the editor finds by name, the frame that it runs in, and the tool.
+#include "DLLs/Tools/Convertors/UnGroup.h"
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "DLLs/Tools/Frame/ToolFrame.h"
@@ -186,6 +187,11 @@ void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName) {
 }
 void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
   RunOnInterfaces(SwapComponents, ABoard, AView);
+}
+
+void Tools_UnGroup(IPCB_Board* ABoard, bool ASelected, TObjectSet AObjectSet,
+                   const std::u16string& AQuestion) {
+  RunTool<kStandard>(UnGroup, ABoard, ASelected, AObjectSet, AQuestion);
 }
 
 void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,

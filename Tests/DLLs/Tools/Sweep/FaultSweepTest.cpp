@@ -223,6 +223,12 @@ void SwapSelected(IPCB_Board* board) {
   Tools_SwapComponents(board, ViewOf(board).Get());
 }
 
+template <bool selected>
+void UnGroup(IPCB_Board* board) {
+  PutComponents(dynamic_cast<Editor::Board&>(*board));
+  Tools_UnGroup(board, selected, {eComponentObject, eRegionObject}, u"Ungroup?");
+}
+
 std::int32_t picks = 0;  // of this run: the user cancels after a few
 
 Editor::ClientSetup UserWithPicks() {
@@ -236,6 +242,7 @@ Editor::ClientSetup UserWithPicks() {
     return TCoordRect{0, 0, 9000000, 9000000};
   };
   setup.confirm = [](const std::u16string&) { return true; };
+  setup.choose_object = [](const std::vector<Editor::Primitive*>&) { return 0; };
   setup.dialogs.alignment = [](Editor::AlignmentAnswer& answer) {
     answer = {eArrangeLeft, eArrangeSpreadY, true};
     return true;
@@ -292,6 +299,8 @@ const SweptExport kExports[] = {
     {"PlaceFromFile", PlaceFromFile},
     {"SwapComponents", SwapSelected},
     {"SwapComponentsByPick", WithView<Tools_SwapComponents>},
+    {"UnGroup", UnGroup<true>},
+    {"UnGroupByPick", UnGroup<false>},
     {"ReportSpecs", ReportSpecs},
     {"ReportNetlistStatus", ReportNets},
     {"ReportPickNPlace", ReportPlaces},
