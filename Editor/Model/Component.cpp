@@ -53,7 +53,7 @@ void Component::Flip() {
 void Component::FlipInPlace() {
   Extent pads;
   for (const Ref<Primitive>& member : Members()) {
-    if (member->kind == ePadObject) pads.Add(member->Bounds());
+    if (member->kind == ePadObject) pads.Add(member->Reference());
   }
   const TCoordRect box = pads.Rect(data.reference);
   const std::int64_t way = std::int64_t{box.x1} + box.x2 - std::int64_t{2} * data.reference.x;

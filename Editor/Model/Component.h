@@ -34,7 +34,8 @@ class Component final : public GroupObject<Component, IPCB_Component2> {
   std::u16string Identifier() const override { return Designator(); }
 
   // Data only; the same twice leaves every member as it was. To the other side, about the vertical line
-  // through the reference point, or so that the middle of the pads' box stays where it is.
+  // through the reference point, or so that the middle of the box around the
+  // places of the pads stays where it is.
   void Flip();
   void FlipInPlace();
   void SetFlipped(bool flipped);  // the members mirrored, on the layers that they are on

@@ -9,6 +9,7 @@
 
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Files/SExpression.h"
+#include "Tests/Boards/PlacementRoundTrip.h"
 #include "Tests/Boards/ToolRuns.h"
 #include "Tests/Support/DescribeBoard.h"
 
@@ -201,6 +202,7 @@ int Run(int argc, char** argv) {
     Register<Thinned>("Thinned", entry.path());
     Register<CutOff>("CutOff", entry.path());
     RegisterToolRuns(entry.path());
+    RegisterPlacementRoundTrip(entry.path());
   }
   if (boards == 0) {
     std::cerr << "no board file is in " << argv[2] << "\n";

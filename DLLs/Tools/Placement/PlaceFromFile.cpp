@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "DLLs/Tools/Frame/ComponentPads.h"
 #include "DLLs/Tools/Frame/MessageDialogs.h"
 #include "DLLs/Tools/Frame/NumberText.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
@@ -20,29 +21,12 @@ namespace Ketril::Tools {
 
 namespace {
 
-constexpr TCoord kBeyondPads = 999990000;
 constexpr std::int32_t kWarningImage = 72;
 
 // Tells the client, where it keeps such a record, what became of a line.
 void Record(const Platform::TTextLines& lines, const std::u16string& designator, TPlacementOutcome outcome) {
   if (const auto recorder = Probe<IPlacementRecorder>(Client()))
     On(recorder).Call(&IPlacementRecorder::RecordPlacement, lines.Number(), designator, outcome);
-}
-
-// The middle of the box of the pads; (0, 0) without any.
-TCoordPoint CenterOfPads(TComp* component) {
-  TCoordRect box{kBeyondPads, kBeyondPads, -kBeyondPads, -kBeyondPads};
-  component->ProcessItems(
-      [&](TPrimitive* pad) {
-        const TCoordRect of_pad = pad->GetState_BoundingRectangle();
-        box = {std::min(box.x1, of_pad.x1), std::min(box.y1, of_pad.y1), std::max(box.x2, of_pad.x2),
-               std::max(box.y2, of_pad.y2)};
-      },
-      {ePadObject});
-  const auto middle = [](TCoord low, TCoord high) {
-    return static_cast<TCoord>((std::int64_t{low} + high) / 2);
-  };
-  return {middle(box.x1, box.x2), middle(box.y1, box.y2)};
 }
 
 // One run over a file.
@@ -96,7 +80,7 @@ std::optional<TV7_Layer> LayerOf(const std::u16string& side, bool is_headed) {
 }
 
 void TPlacement::Place(TComp* component, TCoordPoint target, const TPickPlaceLine& values, bool is_headed) {
-  const TCoordPoint center = CenterOfPads(component);
+  const TCoordPoint center = MiddleOfPads(component);
   MoveInBracket(component, [&] {
     const auto moved = [](TCoord from, TCoord to, TCoord at) {
       return SaturateToCoord(std::int64_t{at} + to - from);

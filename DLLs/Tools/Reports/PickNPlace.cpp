@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "DLLs/Tools/Frame/ComponentPads.h"
 #include "DLLs/Tools/Frame/CoordText.h"
 #include "DLLs/Tools/Frame/Hourglass.h"
 #include "DLLs/Tools/Frame/Polling.h"
@@ -21,21 +22,6 @@ namespace {
 
 // Designator, pattern, middle, reference point, reference pad, side, rotation.
 using TFields = std::array<std::u16string, 10>;
-
-// The middle of the box around the pads, which without pads is at 0.
-TCoordPoint MiddleOfPads(TComp* component) {
-  TCoordRect box{999990000, 999990000, -999990000, -999990000};
-  component->ProcessItems(
-      [&](TPrimitive* pad) {
-        const TCoord x = pad->GetState_X(), y = pad->GetState_Y();
-        box = {std::min(box.x1, x), std::min(box.y1, y), std::max(box.x2, x), std::max(box.y2, y)};
-      },
-      {ePadObject});
-  const auto middle = [](std::int64_t low, std::int64_t high) {
-    return static_cast<TCoord>((low + high) / 2);
-  };
-  return {middle(box.x1, box.x2), middle(box.y1, box.y2)};
-}
 
 // The last pad that is named as a first one is, else the first pad; 0 without pads.
 TCoordPoint ReferencePad(TComp* component) {
