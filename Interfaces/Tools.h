@@ -13,6 +13,7 @@
 #pragma once
 
 #include "Interfaces/Board.h"
+#include "Interfaces/Microstrip.h"
 #include "Interfaces/ParameterList.h"
 #include "Interfaces/Reports.h"
 #include "Interfaces/Teardrops.h"
@@ -133,6 +134,10 @@ void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName);
 // Two components exchange their places, sides, rotations, the places of their texts and their unions: the two
 // that are selected, when nothing else is, otherwise pairs that the user picks until he cancels.
 void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView);
+// Turns selected tracks that meet at right angles into copper regions, an outline for all that hang together
+// of a net and layer, with mitred bends and free ends cut square. Nothing happens without settings, or when
+// neither is from 0 to below 1.
+void Tools_MakeMicrostripe(IPCB_Board* ABoard, const TMicrostripeSettings* ASettings);
 // The board information report. Parameters of the names of TBoardReportOption, without their prefix and with
 // the value True, choose what it tells, or All all of it; without any of them the stored choice and the
 // board's dialog. AOptions are the forms in which it is written; empty: by the default style sheet. AFileName

@@ -1,4 +1,5 @@
 // The table of exports: each function that the editor finds by name, the frame that it runs in, and the tool.
+#include "DLLs/Tools/Convertors/MicrostripeBuilder.h"
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "DLLs/Tools/Frame/ToolFrame.h"
@@ -186,6 +187,13 @@ void Tools_PlaceFromFile(IPCB_Board* ABoard, const std::u16string& AFileName) {
 }
 void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView) {
   RunOnInterfaces(SwapComponents, ABoard, AView);
+}
+
+// The scope is opened, but the board is not wrapped: the tool does so for each net.
+void Tools_MakeMicrostripe(IPCB_Board* ABoard, const TMicrostripeSettings* ASettings) {
+  const Ref<IPCB_Board> board(ABoard);
+  const TObjectScope scope;
+  MakeMicrostripe(board, ASettings);
 }
 
 void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,
