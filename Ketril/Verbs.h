@@ -32,6 +32,7 @@ struct ToolVerb {
   Settings settings = Settings::None;
   Operands operands = Operands::None;        // a file goes to `call` as the parameter "FileName"
   std::span<const DialogField> fields = {};  // options that fill its dialog
+  std::span<const DialogField> named = {};   // options that stand for its parameters
 };
 
 // Exports that round a coordinate to the component grid and leave the board as it is.

@@ -223,6 +223,25 @@ void SwapSelected(IPCB_Board* board) {
   Tools_SwapComponents(board, ViewOf(board).Get());
 }
 
+// A chain of three that is trimmed at its ends, and a pair of no net that the chain of runs takes apart.
+void MakeMicrostripe(IPCB_Board* board) {
+  auto& model = dynamic_cast<Editor::Board&>(*board);
+  for (const TCoord x : {0, 3000000}) {
+    for (const auto& [from, to] : {std::pair<TCoordPoint, TCoordPoint>{{x, 0}, {x, 1000000}},
+                                   {{x, 1000000}, {x + 1000000, 1000000}},
+                                   {{x + 1000000, 1000000}, {x + 1000000, 2000000}}}) {
+      if (x > 0 && to.y > 1000000) continue;
+      const auto track = Editor::MakeHost<Editor::Track>();
+      track->data = {from, to, 100000};
+      track->Set(Editor::kFlag_Selected, true);
+      if (x == 0) track->SetNet(model.FindNet(u"GND"));
+      model.Load(track.Get());
+    }
+  }
+  const TMicrostripeSettings settings{0.5, 0.5};
+  Tools_MakeMicrostripe(board, &settings);
+}
+
 std::int32_t picks = 0;  // of this run: the user cancels after a few
 
 Editor::ClientSetup UserWithPicks() {
@@ -292,6 +311,7 @@ const SweptExport kExports[] = {
     {"PlaceFromFile", PlaceFromFile},
     {"SwapComponents", SwapSelected},
     {"SwapComponentsByPick", WithView<Tools_SwapComponents>},
+    {"MakeMicrostripe", MakeMicrostripe},
     {"ReportSpecs", ReportSpecs},
     {"ReportNetlistStatus", ReportNets},
     {"ReportPickNPlace", ReportPlaces},
