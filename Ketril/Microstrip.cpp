@@ -99,10 +99,10 @@ std::string MicrostripSummaryText(const ordered_json& summary) {
     text += "  " + outline["layer"].get<std::string>() + ", " + (net.empty() ? "no net" : net) + ": " +
             outline["corners"].dump() + " corners, " + outline["area"].get<std::string>() + "\n";
   }
-  if (summary["left"] != 0)
-    text += "  " + summary["left"].dump() +
-            " selected tracks stay: at neither end they meet another one of their net and layer at a right "
-            "angle\n";
+  const auto left = summary["left"].get<std::size_t>();
+  if (left > 0)
+    text += "  " + std::to_string(left) + (left == 1 ? " selected track stays" : " selected tracks stay") +
+            ": no right angle with another one of the net and layer\n";
   return text;
 }
 

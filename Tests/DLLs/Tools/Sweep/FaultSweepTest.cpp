@@ -223,7 +223,7 @@ void SwapSelected(IPCB_Board* board) {
   Tools_SwapComponents(board, ViewOf(board).Get());
 }
 
-// A chain of three that is trimmed at its ends, and a pair of no net that the chain of runs takes apart.
+// A chain of three, and a pair of no net. They are narrow: round ends then have few vertices.
 void MakeMicrostripe(IPCB_Board* board) {
   auto& model = dynamic_cast<Editor::Board&>(*board);
   for (const TCoord x : {0, 3000000}) {
@@ -232,7 +232,7 @@ void MakeMicrostripe(IPCB_Board* board) {
                                    {{x + 1000000, 1000000}, {x + 1000000, 2000000}}}) {
       if (x > 0 && to.y > 1000000) continue;
       const auto track = Editor::MakeHost<Editor::Track>();
-      track->data = {from, to, 100000};
+      track->data = {from, to, 100};
       track->Set(Editor::kFlag_Selected, true);
       if (x == 0) track->SetNet(model.FindNet(u"GND"));
       model.Load(track.Get());
