@@ -113,13 +113,13 @@ std::string BoardComposer::RegionZone(Region& region) {
   for (const Ring& ring : region.data.rings) points += ring.points.size();
   text.reserve(512 + 64 * points);
   text += " (hatch edge 0.5)";
-  if (is_teardrop) {
-    // Each above the others, so that none is cut by another.
-    constexpr std::uint64_t kPriorities = 10000;
-    text += " (priority " +
-            std::to_string(kTeardropPriority + static_cast<std::int32_t>(region.order % kPriorities)) + ")";
-    if (version.HasTeardrops()) text += " (attr (teardrop (type padvia)))";
-  }
+  // Each above the others and above what is poured, so that none is cut.
+  constexpr std::uint64_t kPriorities = 10000;
+  text += " (priority " +
+          std::to_string((is_teardrop ? kTeardropPriority : kRegionPriority) +
+                         static_cast<std::int32_t>(region.order % kPriorities)) +
+          ")";
+  if (is_teardrop && version.HasTeardrops()) text += " (attr (teardrop (type padvia)))";
   text += " (connect_pads yes (clearance 0)) (min_thickness 0.0254)";
   if (version.HasZoneNames()) text += " (filled_areas_thickness no)";
   text += version.QuotesAll() ? " (fill yes" : " (fill yes (arc_segments 32)";

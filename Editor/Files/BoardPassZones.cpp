@@ -231,7 +231,8 @@ void BoardPass::ZoneItem(const Item& item, Group* owner) {
     } else if (part.is_list && part.word.text == "priority" && !version.HasZoneNames() && in_.HasWord()) {
       double priority = 0;
       ParseNumber(in_.Word("a priority").text, priority);
-      is_region = zone_is_teardrop_ = priority >= kTeardropPriority;
+      is_region = priority >= kRegionPriority;
+      zone_is_teardrop_ = priority >= kTeardropPriority;
     }
     in_.Leave(depth);
   }

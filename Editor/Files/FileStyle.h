@@ -41,10 +41,11 @@ class FileVersion {
 };
 
 // A teardrop zone carries this name, where zones have names; in the oldest version, whose zones have none, it
-// is known by a priority from here on.
+// is known by a priority from here on. So are other regions with a net, from a lower one on.
 constexpr std::string_view kTeardropName = "$teardrop_padvia$";
 constexpr std::string_view kTeardropPrefix = "$teardrop_";
 constexpr std::int32_t kTeardropPriority = 30000;
+constexpr std::int32_t kRegionPriority = 20000;
 // A zone of this name is one of our regions, which the format has no other word for when it has a net.
 constexpr std::string_view kRegionName = "$ketril_region$";
 // A footprint of this library name is a pad that belongs to no component: the format has no pads but those of

@@ -107,6 +107,12 @@ expect(0 "R1 .* -> " swap-components ${SAMPLE} --pick R1 --pick R2 --dry-run)
 expect(0 "nobody answered \"Select first component\"" swap-components ${SAMPLE} --dry-run)
 expect(2 "no component \"R99\"" swap-components ${SAMPLE} R1 R99 --dry-run)
 expect(2 "" swap-components ${SAMPLE} R1 --dry-run)
+# Tracks at right angles become outlines.
+expect(0 "regions? added, [0-9]+ tracks removed.*corners, .*mm2.*stay" make-microstripe ${SAMPLE} --select "track and free and layer:F.Cu"
+       --outside-miter 0.5 --inside-miter 0.5 -o ${WORK}/microstrips.kicad_pcb)
+expect(0 "\"outlines\": " make-microstripe ${SAMPLE} --select track -D OutsideMiter=0.6 --json --dry-run)
+expect(2 "OutsideMiter=1: expected a fraction" make-microstripe ${SAMPLE} --outside-miter 1 --dry-run)
+expect(2 "expected --inside-miter" make-microstripe ${SAMPLE} --dry-run)
 # Reports, in their forms.
 expect(0 "blinker-board.html.*blinker-board.json" report board ${SAMPLE} --report-dir ${WORK}/reports --format html,csv,json,xml)
 file(READ ${WORK}/reports/blinker-board.html page)
