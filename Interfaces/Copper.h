@@ -21,7 +21,7 @@ class IPCB_ContourMaker : public IInterface {
   // Outer rings run counter-clockwise, holes clockwise; vertices are whole units, none is repeated at the
   // end. The ring of a track begins at the left side of its left end, looking to the right end: half of the
   // vertices go round the left end, the other half round the right one. The left end is the one with the
-  // smaller x, of equal ones with the smaller y.
+  // smaller x, of equal ones with the smaller y. The microstrip tool relies on this order.
   virtual Status MakeContour(IPCB_Primitive* primitive, TCoord expansion, TV7_Layer layer,
                              Ref<IPCB_GeometricPolygon>& outline) noexcept = 0;
 };

@@ -318,11 +318,15 @@ class IPCB_RegionShape : public IInterface {
  public:
   using Base = IInterface;
   static constexpr InterfaceId Id{"IPCB_RegionShape"};
-  // One segment of the first outline, 0 to the count less one.
+  // One segment of the first outline, 0 to the count. The one at the count closes the outline: it begins
+  // where segment 0 does, and can be written only so.
   virtual Status GetState_Segments(std::int32_t index, TPolySegment& segment) noexcept = 0;
   virtual Status SetState_Segments(std::int32_t index, const TPolySegment& segment) noexcept = 0;
+  // Takes out vertices that repeat their neighbour or lie in line with both.
   virtual Status RemoveRedundantVertices() noexcept = 0;
   virtual Status SynchronizeGPCPolyFromShape(bool conserve_existing_holes) noexcept = 0;
+  // Takes the segments from the area's first outline, in the order of its vertices. The closing one is then
+  // among those that count; who wants it at the count, behind them, takes one off.
   virtual Status SynchronizeShapeFromGPCPoly() noexcept = 0;
 };
 

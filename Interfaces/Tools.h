@@ -13,6 +13,7 @@
 #pragma once
 
 #include "Interfaces/Board.h"
+#include "Interfaces/Microstrip.h"
 #include "Interfaces/ParameterList.h"
 #include "Interfaces/Picks.h"
 #include "Interfaces/Reports.h"
@@ -141,6 +142,11 @@ void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView)
 // pointed at.
 void Tools_UnGroup(IPCB_Board* ABoard, bool ASelected, TObjectSet AObjectSet,
                    const std::u16string& AQuestion);
+
+// Turns selected tracks that meet at right angles into copper regions, an outline for all that hang together
+// of a net and layer, with mitred bends and free ends cut square. Nothing happens without settings, or when
+// neither is from 0 to below 1.
+void Tools_MakeMicrostripe(IPCB_Board* ABoard, const TMicrostripeSettings* ASettings);
 
 // The board information report. Parameters of the names of TBoardReportOption, without their prefix and with
 // the value True, choose what it tells, or All all of it; without any of them the stored choice and the

@@ -24,6 +24,7 @@
 #include "Ketril/Exit.h"
 #include "Ketril/Info.h"
 #include "Ketril/Interrupts.h"
+#include "Ketril/Microstrip.h"
 #include "Ketril/Moves.h"
 #include "Ketril/PlacementSummary.h"
 #include "Ketril/Reports.h"
@@ -207,6 +208,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   ordered_json summary = Summary(changes);
   if (verb.operands == Operands::File) summary["placement"] = PlacementSummary(board, log);
   if (verb.ungroups) summary["ungrouped"] = UnGroupSummary(board, changes);
+  if (verb.call == MakeMicrostripe) summary["microstrips"] = MicrostripSummary(board, changes, options.unit);
   if (!moves.empty()) summary["moved"] = MoveTable(moves, options.unit);
   const ordered_json teardrops = TeardropSummary(board);
   const ordered_json vias = ViaSummary(board.Unions().LastRun(), options.unit);
@@ -226,6 +228,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
   if (!vias.is_null()) std::cout << ViaSummaryText(vias);
   if (verb.ungroups) std::cout << UnGroupSummaryText(summary["ungrouped"]);
+  if (summary.contains("microstrips")) std::cout << MicrostripSummaryText(summary["microstrips"]);
   if (summary.contains("placement")) std::cout << PlacementSummaryText(summary["placement"]);
   for (const std::string& question : unanswered) {
     std::cerr << "ketril: nobody answered \"" << question << "\": taken as a cancel; see -y and --answers\n";

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "Ketril/Exit.h"
+#include "Ketril/Microstrip.h"
 #include "Ketril/PlacementDialogs.h"
 #include "Platform/Text.h"
 
@@ -302,7 +303,20 @@ const std::array kToolVerbs{
         Settings::None,
         Operands::None,
         {},
+        {},
         true},
+    ToolVerb{"make-microstripe",
+             "Tools_MakeMicrostripe",
+             "Converting",
+             "Turn the selected tracks that meet at right angles into outlines with mitred bends: "
+             "--outside-miter 0.5 and the like",
+             true,
+             MakeMicrostripe,
+             false,
+             Settings::None,
+             Operands::None,
+             {},
+             MiterFields()},
 };
 
 constexpr std::array kSayings{

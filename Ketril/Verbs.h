@@ -34,6 +34,7 @@ struct ToolVerb {
   Settings settings = Settings::None;
   Operands operands = Operands::None;        // a file goes to `call` as the parameter "FileName"
   std::span<const DialogField> fields = {};  // options that fill its dialog
+  std::span<const DialogField> named = {};   // options that stand for its parameters
   bool ungroups = false;
 };
 

@@ -182,6 +182,12 @@ void AddTools(CLI::App& app, Options& options) {
             field.option, [&value] { value = "yes"; }, field.help);
       }
     }
+    for (const DialogField& field : tool.named) {
+      const auto add = [&options, name = field.name](const std::string& value) {
+        options.parameters.push_back(std::string(name) + "=" + value);
+      };
+      verb->add_option_function<std::string>(field.option, add, field.help)->type_name(field.type);
+    }
     AddOperands(*verb, options, tool.operands);
     if (tool.ungroups) AddUnGroup(*verb, options);
     verb->callback([&tool, &options] { tool.ungroups ? UnGroup(options) : RunTool(tool, options); });

@@ -41,7 +41,7 @@ class FileVersion {
 };
 
 // A teardrop zone carries this name, where zones have names; in the oldest version, whose zones have none, it
-// is known by a priority from here on.
+// is known by a priority from here on. So are other regions with a net, from a lower one on.
 constexpr std::string_view kTeardropName = "$teardrop_padvia$";
 constexpr std::string_view kTeardropPrefix = "$teardrop_";
 constexpr std::int32_t kTeardropPriority = 30000;

@@ -94,9 +94,12 @@ Status SegmentOf(const Ring& ring, std::int32_t index, TPolySegment& segment) {
 }
 
 Status PutSegment(Ring& ring, std::int32_t index, const TPolySegment& segment) {
-  if (index < 0 || static_cast<std::size_t>(index) >= ring.points.size() || segment.Kind != ePolySegmentLine)
-    return Status::InvalidArgument;
-  ring.points[static_cast<std::size_t>(index)] = {segment.vx, segment.vy};
+  const std::size_t count = ring.points.size();
+  const auto at = static_cast<std::size_t>(index);
+  if (index < 0 || at > count || segment.Kind != ePolySegmentLine) return Status::InvalidArgument;
+  const TCoordPoint start{segment.vx, segment.vy};
+  if (at == count) return count > 0 && ring.points.front() == start ? Status::Ok : Status::InvalidArgument;
+  ring.points[at] = start;
   return Status::Ok;
 }
 

@@ -26,7 +26,7 @@ double AreaOf(const Ring& ring);  // in square units, positive when counter-cloc
 void RemoveRedundantVertices(Ring& ring);
 
 // The ring as segments, all of them lines, as IPCB_RegionShape has them; behind the last one comes the first
-// again.
+// again, and there nothing else can be put.
 Status SegmentOf(const Ring& ring, std::int32_t index, TPolySegment& segment);
 Status PutSegment(Ring& ring, std::int32_t index, const TPolySegment& segment);
 

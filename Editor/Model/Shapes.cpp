@@ -197,11 +197,13 @@ Ref<Primitive> Region::FreeCopy() const {
 }
 
 std::int32_t Region::PointCount() const {
-  return data.rings.empty() ? 0 : static_cast<std::int32_t>(data.rings.front().points.size());
+  const std::size_t count = data.rings.empty() ? 0 : data.rings.front().points.size();
+  return static_cast<std::int32_t>(count + (closing_counts_ && count > 0 ? 1 : 0));
 }
 
 Status Region::SegmentAt(std::int32_t index, TPolySegment& segment) const {
-  return data.rings.empty() ? Status::InvalidArgument : SegmentOf(data.rings.front(), index, segment);
+  if (data.rings.empty()) return Status::InvalidArgument;
+  return SegmentOf(data.rings.front(), closing_counts_ && index == PointCount() ? 0 : index, segment);
 }
 
 Status Region::PutSegmentAt(std::int32_t index, const TPolySegment& segment) {
@@ -215,12 +217,20 @@ Status Region::PutPointCount(std::int32_t count) {
   if (count < 0) return Status::InvalidArgument;
   Write([&] {
     if (data.rings.empty()) data.rings.emplace_back();
-    data.rings.front().points.resize(static_cast<std::size_t>(count));
+    std::vector<TCoordPoint>& points = data.rings.front().points;
+    if (std::exchange(closing_counts_, false) && !points.empty()) points.push_back(points.front());
+    points.resize(static_cast<std::size_t>(count));
   });
   return Status::Ok;
 }
 
+void Region::CountClosing() {
+  closing_counts_ = true;
+  AfterWrite();
+}
+
 void Region::Tidy() {
+  closing_counts_ = false;
   for (Ring& ring : data.rings) Editor::RemoveRedundantVertices(ring);
   std::erase_if(data.rings, [](const Ring& ring) { return ring.points.empty(); });
 }

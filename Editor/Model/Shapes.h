@@ -151,7 +151,8 @@ class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape3> 
   Region();
   // The poured copper of a zone is drawn with a pen: by itself it is the area that the pen covers.
   Ref<Primitive> FreeCopy() const override;
-  // The segments are the edges of the first ring, all of them lines.
+  // The segments are the edges of the first ring, all of them lines. Once they are taken over from the area
+  // the one that closes the ring counts too, until the count is written.
   KETRIL_HOST_METHOD(IPCB_RegionShape, GetState_Segments, (std::int32_t index, TPolySegment& segment),
                      SegmentAt(index, segment))
   KETRIL_HOST_METHOD(IPCB_RegionShape, SetState_Segments, (std::int32_t index, const TPolySegment& segment),
@@ -160,16 +161,19 @@ class Region final : public AreaObject<Region, IPCB_Region2, IPCB_RegionShape3> 
   KETRIL_HOST_METHOD(IPCB_RegionShape3, IncrementPointCount, (), PutPointCount(PointCount() + 1))
   KETRIL_HOST_METHOD(IPCB_RegionShape3, DecrementPointCount, (), PutPointCount(PointCount() - 1))
   KETRIL_HOST_METHOD(IPCB_RegionShape, RemoveRedundantVertices, (), Write([&] { Tidy(); }))
-  // The rings are the shape and the area in one, so these two have nothing to bring over.
+  // The rings are the shape and the area in one, so these two have no vertices to bring over.
   KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeGPCPolyFromShape, (bool), AfterWrite())
-  KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeShapeFromGPCPoly, (), AfterWrite())
+  KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeShapeFromGPCPoly, (), CountClosing())
 
  private:
   void Tidy();
+  void CountClosing();
   std::int32_t PointCount() const;
   Status SegmentAt(std::int32_t index, TPolySegment& segment) const;
   Status PutSegmentAt(std::int32_t index, const TPolySegment& segment);
   Status PutPointCount(std::int32_t count);
+
+  bool closing_counts_ = false;
 };
 
 struct ComponentBodyData : RegionData {

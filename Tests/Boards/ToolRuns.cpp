@@ -329,6 +329,11 @@ const Row kRows[] = {
      [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
     {"AllToTheGrid", "component", [](Board& board) { Tools_MoveAllCompsToGrid(&board); }},
     {"Shove", "component", ShoveFromSome},
+    {"Microstrips", "track",
+     [](Board& board) {
+       const TMicrostripeSettings settings{0.5, 0.5};
+       Tools_MakeMicrostripe(&board, &settings);
+     }},
     {"Autoposition", "component",
      [](Board& board) {
        Tools_AutopositionText(&board, eAutoPos_TopCenter, eAutoPos_BottomLeft, false, false);

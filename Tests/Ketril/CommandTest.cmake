@@ -114,6 +114,12 @@ expect(0 "\"object\": \"Polygon ground\".*\"Region\": 1" un-group ${SAMPLE} --at
 expect(0 "Component R1.*Component R2" un-group ${SAMPLE} --pick R1 --pick R2 -y --dry-run)
 expect(0 "nobody answered \"Which object: 1 Component R1 .*, 2 Polygon ground" un-group ${SAMPLE} --pick 128,110 --dry-run)
 expect(0 "nobody answered \"Ungroup the selected objects" un-group ${SAMPLE} --select zone --dry-run)
+# Tracks at right angles become outlines.
+expect(0 "regions? added, [0-9]+ tracks removed.*corners, .*mm2.*stay" make-microstripe ${SAMPLE} --select "track and free and layer:F.Cu"
+       --outside-miter 0.5 --inside-miter 0.5 -o ${WORK}/microstrips.kicad_pcb)
+expect(0 "\"outlines\": " make-microstripe ${SAMPLE} --select track -D OutsideMiter=0.6 --json --dry-run)
+expect(2 "OutsideMiter=1: expected a fraction" make-microstripe ${SAMPLE} --outside-miter 1 --dry-run)
+expect(2 "expected --inside-miter" make-microstripe ${SAMPLE} --dry-run)
 # Reports, in their forms.
 expect(0 "blinker-board.html.*blinker-board.json" report board ${SAMPLE} --report-dir ${WORK}/reports --format html,csv,json,xml)
 file(READ ${WORK}/reports/blinker-board.html page)

@@ -1,4 +1,5 @@
 // The table of exports: each function that the editor finds by name, the frame that it runs in, and the tool.
+#include "DLLs/Tools/Convertors/MicrostripeBuilder.h"
 #include "DLLs/Tools/Convertors/UnGroup.h"
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
@@ -192,6 +193,13 @@ void Tools_SwapComponents(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView)
 void Tools_UnGroup(IPCB_Board* ABoard, bool ASelected, TObjectSet AObjectSet,
                    const std::u16string& AQuestion) {
   RunTool<kStandard>(UnGroup, ABoard, ASelected, AObjectSet, AQuestion);
+}
+
+// The scope is opened, but the board is not wrapped: the tool does so for each net.
+void Tools_MakeMicrostripe(IPCB_Board* ABoard, const TMicrostripeSettings* ASettings) {
+  const Ref<IPCB_Board> board(ABoard);
+  const TObjectScope scope;
+  MakeMicrostripe(board, ASettings);
 }
 
 void Tools_ReportSpecs(IParameterList* AParameters, IPCB_Board* ABoard, IReportOutputOptions* AOptions,

@@ -1,10 +1,10 @@
 // What the placement tools share: asking the user for a place, finding what is there, moving it.
 #pragma once
 
-#include <exception>
 #include <string>
 
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
+#include "DLLs/Tools/Frame/RunFinally.h"
 #include "Interfaces/Board.h"
 
 namespace Ketril::Tools {
@@ -21,21 +21,6 @@ constexpr TLayerPartitionSet kHitLayers(131070);
 // EHostError, and EEmptyReference without a view.
 Ref<IPCB_Primitive> HitTest(const Ref<IPCBGraphicalViewInterface>& view, TCoordPoint point,
                             TObjectSet objects);
-
-// Runs `work`, then `last`, also when `work` raises; what it raised is raised again, whatever `last` did.
-template <class Work, class Last>
-void RunFinally(Work&& work, Last&& last) {
-  try {
-    work();
-  } catch (...) {
-    try {
-      last();
-    } catch (const std::exception&) {
-    }
-    throw;
-  }
-  last();
-}
 
 // The board that an object is on, in a wrapper of the object's own.
 TBoard* BoardOf(TPrimitive* primitive);

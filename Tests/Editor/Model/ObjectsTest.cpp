@@ -234,5 +234,32 @@ TEST(Region, LosesVerticesThatSayNothing) {
   EXPECT_EQ(region->SetState_RegionData(nullptr), Status::InvalidArgument);
 }
 
+TEST(Region, ItsClosingSegmentCountsOnceItIsTakenFromTheArea) {
+  const Ref<Region> region = MakeHost<Region>();
+  region->data.rings = {{{{5, 6}, {100, 0}, {100, 100}}, false}};
+  const auto count = [&] {
+    std::int32_t value = -1;
+    EXPECT_EQ(region->GetState_PointCount(value), Status::Ok);
+    return value;
+  };
+  const auto expect_closed_at = [&](std::int32_t index) {
+    TPolySegment segment;
+    EXPECT_EQ(region->GetState_Segments(index, segment), Status::Ok);
+    EXPECT_EQ(segment.vx, 5);
+    EXPECT_EQ(region->SetState_Segments(index, segment), Status::Ok);
+    segment.vy = 7;
+    EXPECT_EQ(region->SetState_Segments(index, segment), Status::InvalidArgument);
+    EXPECT_EQ(region->GetState_Segments(count() + 1, segment), Status::InvalidArgument);
+  };
+  expect_closed_at(3);
+  EXPECT_EQ(region->SynchronizeShapeFromGPCPoly(), Status::Ok);
+  EXPECT_EQ(count(), 4);
+  expect_closed_at(3);
+  EXPECT_EQ(region->DecrementPointCount(), Status::Ok);
+  EXPECT_EQ(count(), 3);
+  expect_closed_at(3);
+  EXPECT_EQ(region->data.rings[0].points.size(), 3u);
+}
+
 }  // namespace
 }  // namespace Ketril::Tests

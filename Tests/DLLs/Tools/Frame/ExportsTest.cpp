@@ -79,6 +79,7 @@ TEST_F(Exports, AreTheseAndNothingElse) {
       "Tools_GetCurrentTeardropOptions",
       "Tools_GetViaShieldingCommandState",
       "Tools_GetViaStitchingCommandState",
+      "Tools_MakeMicrostripe",
       "Tools_RemoveDropsViolation",
       "Tools_RemoveTearDropsOnSelected",
       "Tools_RemoveUnusedPads",

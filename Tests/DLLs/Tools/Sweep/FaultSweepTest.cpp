@@ -229,6 +229,25 @@ void UnGroup(IPCB_Board* board) {
   Tools_UnGroup(board, selected, {eComponentObject, eRegionObject}, u"Ungroup?");
 }
 
+// A chain of three, and a pair of no net. They are narrow: round ends then have few vertices.
+void MakeMicrostripe(IPCB_Board* board) {
+  auto& model = dynamic_cast<Editor::Board&>(*board);
+  for (const TCoord x : {0, 3000000}) {
+    for (const auto& [from, to] : {std::pair<TCoordPoint, TCoordPoint>{{x, 0}, {x, 1000000}},
+                                   {{x, 1000000}, {x + 1000000, 1000000}},
+                                   {{x + 1000000, 1000000}, {x + 1000000, 2000000}}}) {
+      if (x > 0 && to.y > 1000000) continue;
+      const auto track = Editor::MakeHost<Editor::Track>();
+      track->data = {from, to, 100};
+      track->Set(Editor::kFlag_Selected, true);
+      if (x == 0) track->SetNet(model.FindNet(u"GND"));
+      model.Load(track.Get());
+    }
+  }
+  const TMicrostripeSettings settings{0.5, 0.5};
+  Tools_MakeMicrostripe(board, &settings);
+}
+
 std::int32_t picks = 0;  // of this run: the user cancels after a few
 
 Editor::ClientSetup UserWithPicks() {
@@ -301,6 +320,7 @@ const SweptExport kExports[] = {
     {"SwapComponentsByPick", WithView<Tools_SwapComponents>},
     {"UnGroup", UnGroup<true>},
     {"UnGroupByPick", UnGroup<false>},
+    {"MakeMicrostripe", MakeMicrostripe},
     {"ReportSpecs", ReportSpecs},
     {"ReportNetlistStatus", ReportNets},
     {"ReportPickNPlace", ReportPlaces},
