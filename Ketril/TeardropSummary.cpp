@@ -151,6 +151,7 @@ std::string LegacyTeardropSummaryText(const ordered_json& summary) {
   for (const char* name : {"pads", "vias"}) {
     const ordered_json& part = summary[name];
     tried += (tried.empty() ? "  tried on " : " and ") + part["tried"].dump() + " " + name;
+    if (part["tried"] == 1) tried.pop_back();
     count += part["failed"].size();
     constexpr std::size_t kShown = 5;
     for (const ordered_json& place : part["failed"]) {

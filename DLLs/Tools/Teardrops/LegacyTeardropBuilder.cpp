@@ -21,9 +21,13 @@ bool IsStack(const TPrimitive* P) {
   return kind == ePadObject || kind == eViaObject;
 }
 
+// Written only where it changes something: the editor tells what was written.
 void ForgetHighLayers(TPrimitive* P) {
-  if (auto* pad = dynamic_cast<TPad*>(P)) pad->SetMultiLayerHighBits(0);
-  if (auto* via = dynamic_cast<TVia*>(P)) via->SetMultiLayerHighBits(0);
+  const auto forget = [](auto* stack) {
+    if (stack && stack->MultiLayerHighBits() != 0) stack->SetMultiLayerHighBits(0);
+  };
+  forget(dynamic_cast<TPad*>(P));
+  forget(dynamic_cast<TVia*>(P));
 }
 
 bool IsOnOverlay(const TPrimitive* P) {

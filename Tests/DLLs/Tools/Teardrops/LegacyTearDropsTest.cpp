@@ -430,7 +430,7 @@ TEST_F(LegacyTearDrops, SingleObjects) {
       Editor::Warehouse::Walk walk(board->objects, {row.kind});
       Primitive* object = walk.Next();
       for (std::size_t i = 0; i < row.which; ++i) object = walk.Next();
-      row.tool(board.Get(), Ref<IPCB_Primitive>(object->AsInterface()).Get());
+      row.tool(board.Get(), object->AsInterface());
       if (!is_library)
         std::erase_if(expected, [&](const std::string& name) {
           return std::ranges::find(row.gone, name) != row.gone.end();
