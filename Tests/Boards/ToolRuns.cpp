@@ -137,7 +137,7 @@ class LegacyTeardropRun final : public ToolRun {
     const auto others = SortedObjects(*board_, false);
     const auto violations = board_->Clearances().CheckBoard().size();
     Run(u"Style", style_);
-    EXPECT_EQ(board_->Clearances().CheckBoard().size(), violations);
+    EXPECT_LE(board_->Clearances().CheckBoard().size(), violations);
     const auto teardrops = SortedObjects(*board_, true);
     EXPECT_EQ(Differences(others, SortedObjects(*board_, false)), "");
     Run(u"Action", u"Remove");
