@@ -3,12 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "DLLs/Tools/Geometry/RT_Geometry.h"
-#include "DLLs/Tools/Geometry/Rounding.h"
 
 namespace Ketril::Tools {
 namespace {
-
-using Points = std::vector<TCoordPoint>;
 
 ThinArcType MakeArc(double x, double y, double radius, double angle1, double angle2) {
   ThinArcType arc = {x, y, radius, angle1, angle2, 0, 0, 0, 0};
@@ -51,127 +48,59 @@ TEST(LegacyTeardropGeometry, Angles) {
   }
 }
 
-TEST(LegacyTeardropGeometry, FeetAndNormals) {
+TEST(LegacyTeardropGeometry, FeetAndBoxes) {
   EXPECT_EQ(NormalThroughPoint({0, 0, 500, 0}, {7, 40}), (LineType{7, 40, 7, 1040}));
-  EXPECT_EQ(NormalThroughPoint({3, 3, 3, 3}, {7, 40}), (LineType{7, 40, 7, 40}));
-  const struct {
-    GeoPointType point, foot;
-    bool found;
-  } rows[] = {{{5000, 9000}, {5000, 0}, true},
-              {{10150, 9000}, {10150, 0}, true},
-              {{10250, 9000}, {10250, 0}, false},
-              {{5000, 80}, {5000, 80}, true}};  // near enough as it is
-  for (const auto& row : rows) {
-    GeoPointType foot;
-    EXPECT_EQ(FootOnSegment(row.point, {0, 0, 10000, 0}, foot), row.found) << row.point.x;
-    EXPECT_NEAR(PointDistance(foot, row.foot), 0, 1e-6) << row.point.x;
-  }
-  GeoPointType foot;
+  GeoPointType foot, place;
+  EXPECT_TRUE(FootOnSegment({10150, 9000}, {0, 0, 10000, 0}, foot));
+  EXPECT_EQ(foot, (GeoPointType{10150, 0}));
+  EXPECT_FALSE(FootOnSegment({10250, 9000}, {0, 0, 10000, 0}, foot));
   EXPECT_FALSE(FootOnSegment({5000, 9000}, {0, 0, 0, 0}, foot));
-}
 
-TEST(LegacyTeardropGeometry, BoxesAndWaysOut) {
   // Halves are rounded to even neighbours.
-  const TPadBox odd = MakePadBox({0, 0}, 3, 5, 0);
+  const TPadBox odd = MakePadBox({0, 0}, 3, 5, 0), turned = MakePadBox({1000, 0}, 600, 400, 90);
   EXPECT_EQ(odd.bl, (GeoPointType{-2, -2}));
   EXPECT_EQ(odd.tr, (GeoPointType{2, 2}));
-  const TPadBox turned = MakePadBox({1000, 0}, 600, 400, 90);
   EXPECT_EQ(turned.bl, (GeoPointType{1200, -300}));
   EXPECT_EQ(turned.tl, (GeoPointType{800, -300}));
-  EXPECT_EQ(turned.br, (GeoPointType{1200, 300}));
 
   const TPadBox box = MakePadBox({0, 0}, 60000, 60000, 0);
-  const struct {
-    LineType way;
-    GeoPointType place;
-    bool found;
-  } rows[] = {{{0, 0, 90000, 0}, {30000, 0}, true},
-              {{0, 0, 90000, 90000}, {30000, 30000}, true},  // the corner, as an end of the top side
-              {{0, 0, -90000, 30000}, {-30000, 10000}, true},
-              {{-90000, 10, 90000, 10}, {-30000, 10}, true},  // the left side is tried first
-              {{0, 0, 20000, 0}, {}, false}};
-  for (const auto& row : rows) {
-    GeoPointType place;
-    EXPECT_EQ(FindBoxCrossing(box, row.way, place), row.found) << row.way.x2;
-    EXPECT_NEAR(PointDistance(place, row.place), 0, 1e-6) << row.way.x2;
-  }
+  EXPECT_TRUE(FindBoxCrossing(box, {-90000, 10, 90000, 10}, place));
+  EXPECT_EQ(place.x, -30000) << "the left side is tried first";
+  EXPECT_FALSE(FindBoxCrossing(box, {0, 0, 20000, 0}, place));
 }
 
+// Arcs about 0, 0 at a pad of 100000 on their circle of 1000000.
 TEST(LegacyTeardropGeometry, ArcsBecomeChords) {
-  const TPadBox top = MakePadBox({0, 1000000}, 100000, 100000, 0),
-                right = MakePadBox({1000000, 0}, 100000, 100000, 0);
+  constexpr TCoordPoint top = {0, 1000000}, right = {1000000, 0};
   const struct {
     const char* name;
-    ThinArcType arc;
-    const TPadBox& box;
+    double angle1, angle2;
+    TCoordPoint pad;
     TCoord width;
-    Points hits;
-    std::vector<TChord> chords;
+    const char* chords;
   } rows[] = {
-      {"through the pad",
-       MakeArc(0, 0, 1e6, 0, 180),
-       top,
-       10000,
-       {{-50000, 998749}, {50000, 998749}},
-       {{{79952, 996799}, {0, 1000000}}, {{0, 1000000}, {-79952, 996799}}}},
-      {"as far as a quarter turn",
-       MakeArc(0, 0, 1e6, 0, 180),
-       top,
-       900000,
-       {{-50000, 998749}, {50000, 998749}},
-       {{{1000000, 0}, {0, 1000000}}, {{0, 1000000}, {-1000000, 0}}}},
-      {"not past the ends",
-       MakeArc(0, 0, 1e6, 86, 94),
-       top,
-       10000,
-       {{-50000, 998749}, {50000, 998749}},
-       {{{69756, 997564}, {0, 1000000}}, {{0, 1000000}, {-69756, 997564}}}},
-      {"one end in the pad",
-       MakeArc(0, 0, 1e6, 0, 180),
-       right,
-       10000,
-       {{998749, 50000}},
-       {{{1000000, 0}, {996799, 79952}}}},
-      {"the other end, at most 30 degrees",
-       MakeArc(0, 0, 1e6, 180, 360),
-       right,
-       500000,
-       {{998749, -50000}},
-       {{{866025, -500000}, {1000000, 0}}}},
-      {"a short arc is its own chord, from its start",
-       MakeArc(0, 0, 1e6, 0, 4),
-       right,
-       10000,
-       {{998749, 50000}},
-       {{{1000000, 0}, {997564, 69756}}}},
-      {"and from its end",
-       MakeArc(0, 0, 1e6, 356, 360),
-       right,
-       10000,
-       {{998749, -50000}},
-       {{{1000000, 0}, {997564, -69756}}}},
-      {"twice through one side", MakeArc(0, 1100000, 70000, 180, 360), top, 10000, {}, {}},
-      {"past the pad", MakeArc(0, 0, 2e6, 0, 180), top, 10000, {}, {}},
-      {"a place at the arc's start does not count beside another",
-       MakeArc(0, 0, 1e6, 87.1340160, 180),
-       top,
-       10000,
-       {{-50000, 998749}},
-       {{{50000, 998749}, {-79985, 996796}}}},
+      {"through", 0, 180, top, 10000, "79952,996799 0,1000000; 0,1000000 -79952,996799; "},
+      {"a quarter turn", 0, 180, top, 900000, "1000000,0 0,1000000; 0,1000000 -1000000,0; "},
+      {"not past the ends", 86, 94, top, 10000, "69756,997564 0,1000000; 0,1000000 -69756,997564; "},
+      {"one end in the pad", 0, 180, right, 10000, "1000000,0 996799,79952; "},
+      {"the other, 30 degrees at most", 180, 360, right, 500000, "866025,-500000 1000000,0; "},
+      {"a short one from its start", 0, 4, right, 10000, "1000000,0 997564,69756; "},
+      {"and from its end", 356, 360, right, 10000, "1000000,0 997564,-69756; "},
+      {"its start on the box counts alone only", 87.134016, 180, top, 10000, "50000,998749 -79985,996796; "},
+      {"past the pad", 100, 180, top, 10000, ""},
   };
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    const Points hits = ArcHitsOnBox(row.arc, row.box);
-    EXPECT_EQ(hits, row.hits);
-    const TCoordPoint center = {Round((row.box.bl.x + row.box.tr.x) / 2),
-                                Round((row.box.bl.y + row.box.tr.y) / 2)};
-    const std::vector<TChord> chords = ArcToChords(row.arc, row.width, hits, center);
-    ASSERT_EQ(chords.size(), row.chords.size());
-    for (std::size_t i = 0; i < chords.size(); ++i) {
-      EXPECT_EQ(chords[i].First, row.chords[i].First) << i;
-      EXPECT_EQ(chords[i].Second, row.chords[i].Second) << i;
+    const ThinArcType arc = MakeArc(0, 0, 1e6, row.angle1, row.angle2);
+    const TPadBox box = MakePadBox({double(row.pad.x), double(row.pad.y)}, 100000, 100000, 0);
+    std::string text;
+    for (const auto& [p, q] : ArcToChords(arc, row.width, ArcHitsOnBox(arc, box), row.pad)) {
+      text += std::to_string(p.x) + "," + std::to_string(p.y) + " ";
+      text += std::to_string(q.x) + "," + std::to_string(q.y) + "; ";
     }
+    EXPECT_EQ(text, row.chords) << row.name;
   }
+  // Twice through one side: the other side counts neither.
+  EXPECT_TRUE(ArcHitsOnBox(MakeArc(0, 0, 70000, 0, 360), MakePadBox({0, 100000}, 100000, 100000, 0)).empty());
 }
 
 // A pad of 80 by 40: its middle line runs from -20 to 20, its straight sides are 20 beside it.
