@@ -74,8 +74,8 @@ class LegacyTearDrops : public testing::Test {
         if (const std::string at = Text(track->data.p2); at != anchor) text += "from " + (anchor = at) + ": ";
         text += Text(track->data.p1) + " ";
       } else if (const auto* arc = Editor::As<Editor::Arc>(drop)) {
-        text += Text(arc->data.center) + " r" + Text(arc->data.radius / 1e4) + " " + Text(arc->data.angle1) +
-                "; ";
+        text += Text(arc->data.center) + " r" + Text(arc->data.radius / 1e4) + " " +
+                std::to_string(std::lround(arc->data.angle1)) + "; ";
       }
     }
     return text;
