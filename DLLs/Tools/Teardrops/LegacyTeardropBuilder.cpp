@@ -99,8 +99,7 @@ bool TTearDroper::Import_FromUser() {
 }
 
 // The board's objects of the kinds. A wrapper is gone after its `visit`, which gives false to end the walk.
-template <class Visit>
-void TTearDroper::ForEachObject(TObjectSet kinds, Visit visit) {
+void TTearDroper::ForEachObject(TObjectSet kinds, FunctionRef<bool(TPrimitive*)> visit) {
   TBoardIterator iterator(Board);
   iterator.SetState_FilterObject(kinds);
   iterator.SetState_FilterAllLayers();
@@ -132,8 +131,7 @@ void TTearDroper::ResetSelected() {
 }
 
 // With ESC and progress, which goes on with the tracks although only pads and vias are counted.
-template <class Visit>
-void TTearDroper::Walk(TObjectSet kinds, Visit visit) {
+void TTearDroper::Walk(TObjectSet kinds, FunctionRef<void(TPrimitive*)> visit) {
   ForEachObject(kinds, [&](TPrimitive* P) {
     if (CheckAbort(TearDropAborted)) return false;
     if (progress_) progress_->Step();

@@ -4,13 +4,14 @@
 //
 // Its teardrops are marked as those of TTeardropBuilder are, so removing takes both.
 //
-// An arc that meets a pad is worked on as one or two chords, an elongated pad as a round one at each place
-// where the track reaches its middle line, a via and a wider track as a round pad that is on no board.
+// An arc that meets a pad is worked on as one or two chords; an elongated pad, a via and a wider track as a
+// round pad that is on no board, at each place where the track reaches the middle line.
 #pragma once
 
 #include <array>
 #include <vector>
 
+#include "DLLs/Tools/Frame/FunctionRef.h"
 #include "DLLs/Tools/Frame/Primitives.h"
 #include "DLLs/Tools/Frame/Progress.h"
 #include "DLLs/Tools/Geometry/RT_GeometryTypes.h"
@@ -32,11 +33,11 @@ class TTearDroper {
   bool b1 = false, b2 = false;                // does the track's first, second end touch the pad
   TCoord px = 0, py = 0;                      // the pad's centre
   TCoord tx1 = 0, tx2 = 0, ty1 = 0, ty2 = 0;  // the track: point 1 at the pad, point 2 the far end
-  TCoord AnchorX = 0, AnchorY = 0, ax = 0,
-         ay = 0;                // where the fan leaves the track; wanted, past the end too
-  TCoord DropX = 0, DropY = 0;  // the end in the pad of the next track of the fan
-  double TrackAngle = 0;        // radians, from point 1 to point 2
-  double tx = 0, ty = 0;        // what the fan aims at
+  TCoord AnchorX = 0, AnchorY = 0;            // where the fan leaves the track
+  TCoord ax = 0, ay = 0;                      // where it would, were the track long enough
+  TCoord DropX = 0, DropY = 0;                // the end in the pad of the next track of the fan
+  double TrackAngle = 0;                      // radians, from point 1 to point 2
+  double tx = 0, ty = 0;                      // what the fan aims at
   double blx = 0, bly = 0, tlx = 0, tly = 0, trx = 0, ttry = 0, brx = 0, bry = 0;  // corners of the pad's box
   double px1 = 0, px2 = 0, py1 = 0, py2 = 0;                                       // centres of its ends
   TCoord pRadius = 0;  // half of the pad's smaller side
@@ -64,8 +65,8 @@ class TTearDroper {
   TTearDroper(const TTearDroper&) = delete;
   TTearDroper& operator=(const TTearDroper&) = delete;
 
-  // The whole command: options from the parameters, or from the store and the dialog, which can be cancelled;
-  // then the walks over pads, vias and tracks, with progress and ESC; a report after adding.
+  // The whole command: options from the parameters, or the store and the dialog, which can be cancelled;
+  // walks over pads, vias and tracks, with progress and ESC; a report after adding.
   void Execute();
   void Execute_AddDrops();
   void Execute_RemoveDrops();
@@ -81,11 +82,9 @@ class TTearDroper {
   void RemoveDropsFromConnectedTracks(TPrimitive* APrimitive);
   // Those on the pads of a component, whatever wraps it: these go, although the pads are part of one.
   void RemoveDropsFromComponent(TPrimitive* APrimitive);
-  // Old ones between two objects of one net.
-  void RemoveDropsBetweenObjects(TPrimitive* APrimitive1, TPrimitive* APrimitive2);
+  void RemoveDropsBetweenObjects(TPrimitive* APrimitive1, TPrimitive* APrimitive2);  // of one net
   void RemoveTearDrop(TPrimitive* ATouchingObject);
-  // Null: nothing.
-  void ShowDropsForNet(TGroup* ANet, bool AShow);
+  void ShowDropsForNet(TGroup* ANet, bool AShow);  // null: nothing
 
   // One teardrop, of a round pad and a track; of anything else none.
   void AddTearDrop(TPad* APadOrVia, TPrimitive* ATouchingPrimitive);
@@ -104,8 +103,7 @@ class TTearDroper {
   bool DropArcsNotNil() const { return !DropArc.empty(); }
   std::vector<TTemporary<TTrack>> ArcToTracks(TPad* APad, TArc* AArc);
   std::vector<TCoordPoint> ArcHitsOnPad(TPad* APad, TArc* AArc);
-  // Does the candidate keep all clearances.
-  bool TestObject(TPrimitive* P);
+  bool TestObject(TPrimitive* P);  // does the candidate keep all clearances
 
  private:
   bool GetState_Parameter();
@@ -113,16 +111,13 @@ class TTearDroper {
   void MarkObjects(TObjectSet kinds);
   void ResetSelected();
   void Report();
-  template <class Visit>
-  void ForEachObject(TObjectSet kinds, Visit visit);
-  template <class Visit>
-  void Walk(TObjectSet kinds, Visit visit);
+  void ForEachObject(TObjectSet kinds, FunctionRef<bool(TPrimitive*)> visit);
+  void Walk(TObjectSet kinds, FunctionRef<void(TPrimitive*)> visit);
   void AddDropsOnSelected(TObjectSet kinds);
   void RemoveDropsOnSelected(TObjectSet kinds);
   bool IsPartner(const TPrimitive* P, const TPrimitive* T) const;
   void RemoveTouchingDrops(TPrimitive* P);
   void RemoveOldDrops(TPrimitive* P, TPrimitive* T);
-  void AddDropsAtCrossing(TPad* APad, TPrimitive* T, GeoPointType place, TCoord width);
   TTemporary<TTrack> CropTrackAtPoint(TTrack* T, const TPad* APad, TCoordPoint place);
 
   void Place(TPad* P, TTrack* T);
