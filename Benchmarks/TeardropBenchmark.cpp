@@ -1,5 +1,5 @@
-// Teardrops of tracks on vias and on pads: adding, which checks clearances, and removing, by the tool alone;
-// host calls and memory of a track.
+// Teardrops of tracks on vias and on pads, of either builder: adding, which checks clearances, and removing,
+// by the tool alone; host calls and memory of a track.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -17,12 +17,19 @@ namespace {
 using benchmark::Counter;
 using Editor::Board;
 
-constexpr char16_t kAdd[] = u"1000", kRemove[] = u"968";
+enum class Builder : std::uint8_t { Current, OlderOfArcs, OlderOfTracks };
 
-void Run(Board& board, const char16_t* flags) {
+template <Builder builder>
+void Run(Board& board, bool removes) {
   const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
-  parameters->AddParameter(u"TeardropParam_FlagsEx", flags);
-  Tools_TearDrops(&board, parameters.Get());
+  if (builder == Builder::Current) {
+    parameters->AddParameter(u"TeardropParam_FlagsEx", removes ? u"968" : u"1000");
+    return Tools_TearDrops(&board, parameters.Get());
+  }
+  parameters->AddParameter(u"Report", u"False");
+  parameters->AddParameter(u"Style", builder == Builder::OlderOfArcs ? u"0" : u"1");
+  parameters->AddParameter(u"Action", removes ? u"Remove" : u"Add");
+  Tools_LegacyTearDrops(&board, parameters.Get());
 }
 
 double HeapBytes() {
@@ -30,33 +37,36 @@ double HeapBytes() {
   return static_cast<double>(heap.uordblks + heap.hblkhd);
 }
 
+template <Builder builder>
 double CallsOf(const std::string& text, bool removes) {
   const Ref<Board> board = Editor::ReadBoardText(text, "");
-  if (removes) Run(*board, kAdd);
+  if (removes) Run<builder>(*board, false);
   Editor::HostGate::Arm();
-  Run(*board, removes ? kRemove : kAdd);
+  Run<builder>(*board, removes);
   Editor::HostGate::Disarm();
   return static_cast<double>(Editor::HostGate::Calls());
 }
 
 // Either adds to a fresh board or removes from one that has them.
-template <TrackEnd end, bool removes>
+template <TrackEnd end, bool removes, Builder builder = Builder::Current>
 void Teardrops(benchmark::State& state) {
   const Editor::ClientInstallation installation(Editor::MakeHost<Editor::Client>(Editor::ClientSetup{}));
   const std::string text = BoardOfTrackEnds(state.range(0), end);
-  const double calls = CallsOf(text, removes);
+  const double calls = CallsOf<builder>(text, removes);
   double bytes = 0, left = 0;
   for (auto _ : state) {
     state.PauseTiming();
     Ref<Board> board = Editor::ReadBoardText(text, "");
-    if (removes) Run(*board, kAdd);
+    if (removes) Run<builder>(*board, false);
     const double before = HeapBytes();
     state.ResumeTiming();
-    Run(*board, removes ? kRemove : kAdd);
+    Run<builder>(*board, removes);
     state.PauseTiming();
     bytes = HeapBytes() - before;
     left = 0;
-    board->objects.ForEach({eRegionObject}, [&](const Editor::Primitive&) { ++left; });
+    board->objects.ForEach({eRegionObject, eTrackObject, eArcObject}, [&](const Editor::Primitive& drop) {
+      left += drop.Has(Editor::kFlag_TearDrop) ? 1 : 0;
+    });
     board = nullptr;
     state.ResumeTiming();
   }
@@ -73,6 +83,10 @@ void Sizes(benchmark::internal::Benchmark* benchmark) {
 }
 BENCHMARK(Teardrops<TrackEnd::Via, false>)->Name("AddOnVias")->Apply(Sizes);
 BENCHMARK(Teardrops<TrackEnd::Via, true>)->Name("RemoveFromVias")->Apply(Sizes);
+BENCHMARK(Teardrops<TrackEnd::Via, false, Builder::OlderOfArcs>)->Name("AddArcsOnVias")->Apply(Sizes);
+BENCHMARK(Teardrops<TrackEnd::Via, true, Builder::OlderOfArcs>)->Name("RemoveArcsFromVias")->Apply(Sizes);
+BENCHMARK(Teardrops<TrackEnd::Via, false, Builder::OlderOfTracks>)->Name("AddFansOnVias")->Apply(Sizes);
+BENCHMARK(Teardrops<TrackEnd::Via, true, Builder::OlderOfTracks>)->Name("RemoveFansFromVias")->Apply(Sizes);
 BENCHMARK(Teardrops<TrackEnd::Pad, false>)->Name("AddOnPads")->Apply(Sizes);
 BENCHMARK(Teardrops<TrackEnd::Pad, true>)->Name("RemoveFromPads")->Apply(Sizes);
 

@@ -150,6 +150,7 @@ class IPCB_Board : public IPCB_Primitive3 {
   KETRIL_READ(std::int32_t, SelectedObjectsCount);
   // In the order in which the objects came onto the board; empty beyond the end.
   virtual Status GetState_SelectedObject(std::int32_t index, Ref<IPCB_Primitive>& primitive) noexcept = 0;
+  virtual Status DeselectAll() noexcept = 0;
 
   virtual Status GraphicallyInvalidatePrimitive(IPCB_Primitive* primitive) noexcept = 0;
   virtual Status UpdateWindows() noexcept = 0;

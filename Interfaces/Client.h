@@ -41,6 +41,8 @@ class IPCB_ServerInterface : public IInterface {
   virtual Status CreateContourMaker(Ref<IPCB_ContourMaker>& maker) noexcept = 0;
   // The dialog of the teardrop options; `accepted` is false when the user cancels it.
   virtual Status EditTeardropOptions(TTeardropOptionsEx& options, bool& accepted) noexcept = 0;
+  // The same of the older builder.
+  virtual Status EditLegacyTeardropOptions(TTearDropOptions& options, bool& accepted) noexcept = 0;
   KETRIL_READ(Ref<IPCB_SystemOptions>, SystemOptions);
 };
 

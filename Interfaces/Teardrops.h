@@ -43,4 +43,25 @@ struct TTeardropOptionsEx {
 static_assert(sizeof(TTeardropOptionsEx) == 72 && offsetof(TTeardropOptionsEx, SizePercentArray) == 8);
 static_assert(sizeof(TTeardropObjectSize) == 16 && offsetof(TTeardropObjectSize, Width) == 8);
 
+// Of the older builder, whose teardrops are tracks or arcs.
+enum TTearDropStyle : std::uint8_t {
+  eArcTearDrop,
+  eTrackTearDrop,
+  eFilletTearDrop,  // can be chosen and stored; no shape belongs to it, so nothing is placed
+};
+enum TTearDropAction : std::uint8_t { eAddTearDrop, eRemoveTearDrop };
+
+struct TTearDropOptions {
+  bool AllPads = true;  // which objects are visited
+  bool AllVias = true;
+  bool AllTracks = true;
+  bool Selected = false;  // of these only selected ones
+  TTearDropStyle Style = eArcTearDrop;
+  TTearDropAction Action = eAddTearDrop;
+  bool Report = true;  // a report file after adding
+  bool Force = false;  // what violates a clearance is placed all the same
+};
+static_assert(sizeof(TTearDropOptions) == 8 && offsetof(TTearDropOptions, Style) == 4 &&
+              offsetof(TTearDropOptions, Force) == 7);
+
 }  // namespace Ketril

@@ -61,6 +61,22 @@ void Tools_RemoveTearDropsOnSelected(IPCB_Board* ABoard);
 // Removes the teardrop regions that violate a rule, as of the last check of the board.
 void Tools_RemoveDropsViolation(IPCB_Board* ABoard);
 
+// The older builder, whose teardrops are tracks and arcs on round pads, vias and wider tracks. Parameters
+// AllPads, AllVias, AllTracks, Selected, Report and Force with the value True, Style (0 arcs, 1 tracks) and
+// Action (Add, Remove); those that are missing have their default, as told in Interfaces/Teardrops.h; when
+// all are missing, AParameters empty included, the options come from the store and the editor's dialog.
+void Tools_LegacyTearDrops(IPCB_Board* ABoard, IParameterList* AParameters);
+// The teardrops of a net, of either builder, are drawn or not; with an empty net nothing happens.
+void Tools_ShowTearDropsForNet(IPCB_Board* ABoard, IPCB_Net* ANet, bool AShow);
+// Remove the teardrops of either builder: those that touch the object, unless that is part of a component;
+// that touch a pad of the component; that touch the object, if it is a track, or a track that touches it. The
+// last does the first of these for a pad or via, the third for a track or arc, and nothing for anything else.
+// On a library nothing happens.
+void Tools_RemoveTearDropsFromPadVia(IPCB_Board* ABoard, IPCB_Primitive* APrimitive);
+void Tools_RemoveTearDropsFromComponent(IPCB_Board* ABoard, IPCB_Primitive* APrimitive);
+void Tools_RemoveTearDropsFromConnectedTracks(IPCB_Board* ABoard, IPCB_Primitive* APrimitive);
+void Tools_RemoveTearDropsFromTouch(IPCB_Board* ABoard, IPCB_Primitive* APrimitive);
+
 // Arrange the selection: components, free objects, or, where only texts are selected, these. Locked objects
 // stay. `AView` may be empty but where the user points at something: only then it is asked what is there.
 void Tools_RunArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, TArrangerMethod AMethod);

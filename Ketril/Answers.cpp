@@ -22,6 +22,7 @@ namespace {
 using Platform::TDialogAnswer;
 
 constexpr std::u16string_view kAbortQuestion = u"Confirm Abort Process";
+constexpr const char* kLegacyTeardrop = "LegacyTeardrop_";
 
 std::optional<bool> YesOrNo(std::u16string_view word) {
   const std::u16string_view trimmed = Platform::Trim(word);
@@ -209,8 +210,13 @@ bool Answers::EditText(const std::u16string& caption, std::u16string& text) {
 }
 
 bool Answers::AddField(const std::string& name, const std::string& value) {
-  for (const auto known : {StitchFields(), ShieldFields(), UnusedPadsFields()}) {
+  for (const auto known : {StitchFields(), ShieldFields(), UnusedPadsFields(), LegacyTeardropFields()}) {
     if (std::ranges::find(known, name, &DialogField::name) == known.end()) continue;
+    TTearDropOptions tried;
+    if (name.starts_with(kLegacyTeardrop)) {
+      if (const std::string wrong = SetLegacyTeardropField(tried, name, value); !wrong.empty())
+        throw Failure(kExit_Usage, name + "=" + value + ": " + wrong);
+    }
     fields_.emplace_back(name, value);
     return true;
   }
@@ -349,6 +355,15 @@ bool Answers::BoardReportDialog(TBoardReportOptionSet& options) {
   }
   unanswered_.emplace_back("Board report options");
   return false;
+}
+
+bool Answers::LegacyTeardropDialog(TTearDropOptions& options) {
+  if (std::ranges::any_of(fields_,
+                          [](const auto& field) { return field.first.starts_with(kLegacyTeardrop); }))
+    options = {.Report = false};
+  return FillDialog(
+      "Legacy teardrops", kLegacyTeardrop, LegacyTeardropFields(),
+      [&](const auto& name, const auto& value) { return SetLegacyTeardropField(options, name, value); });
 }
 
 bool Answers::EditTeardropOptions(TTeardropOptionsEx& options) {

@@ -17,8 +17,9 @@
 //
 // Lines `Alignment_... = value`, `RoomArrange_... = value` and `BoardReport_... = yes|no` answer the dialogs
 // of those names, as PlacementDialogs.h and ReportDialog.h tell, and `Stitch_...`, `Shield_...` and
-// `UnusedPads_...` those of ViaDialogs.h. A line `TeardropParam_... = number` answers the dialog of the
-// teardrop options: those that are named change, and the dialog is accepted.
+// `UnusedPads_...` those of ViaDialogs.h, `LegacyTeardrop_...` that of TeardropDialog.h. A line
+// `TeardropParam_... = number` answers the dialog of the teardrop options: those that are named change, and
+// the dialog is accepted.
 #pragma once
 
 #include <functional>
@@ -51,6 +52,10 @@ class Answers {
 
   // The dialog of the teardrop options; false when it is cancelled. -y accepts them as they are.
   bool EditTeardropOptions(TTeardropOptionsEx& options);
+
+  // The dialog of the older builder. Fields fill one that asks for everything and no report, not the stored
+  // choice.
+  bool LegacyTeardropDialog(TTearDropOptions& options);
 
   // Picks are good from here on: those given, then those of the answers file. Raises Failure (usage) for one
   // that is no place.

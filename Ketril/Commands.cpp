@@ -211,9 +211,13 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   if (verb.call == MakeMicrostripe) summary["microstrips"] = MicrostripSummary(board, changes, options.unit);
   if (!moves.empty()) summary["moved"] = MoveTable(moves, options.unit);
   const ordered_json teardrops = TeardropSummary(board);
+  const ordered_json legacy = verb.export_name == std::string_view("Tools_LegacyTearDrops")
+                                  ? LegacyTeardropSummary(board)
+                                  : ordered_json(nullptr);
   const ordered_json vias = ViaSummary(board.Unions().LastRun(), options.unit);
   if (options.json) {
     if (!teardrops.is_null()) summary["teardrops"] = teardrops;
+    if (!legacy.is_null()) summary["teardrops"] = legacy;
     if (!vias.is_null()) summary["vias"] = vias;
     summary["tool"] = verb.export_name;
     summary["board"] = options.board;
@@ -226,6 +230,7 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
   if (!destination.empty()) std::cout << "; written to " << destination;
   std::cout << "\n" << MoveLines(moves, options.unit);
   if (!teardrops.is_null()) std::cout << TeardropSummaryText(teardrops) << "\n";
+  if (!legacy.is_null()) std::cout << LegacyTeardropSummaryText(legacy) << "\n";
   if (!vias.is_null()) std::cout << ViaSummaryText(vias);
   if (verb.ungroups) std::cout << UnGroupSummaryText(summary["ungrouped"]);
   if (summary.contains("microstrips")) std::cout << MicrostripSummaryText(summary["microstrips"]);

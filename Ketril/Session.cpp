@@ -71,6 +71,9 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
   setup.teardrop_dialog = [&answers](TTeardropOptionsEx& options) {
     return answers.EditTeardropOptions(options);
   };
+  setup.legacy_teardrop_dialog = [&answers](TTearDropOptions& options) {
+    return answers.LegacyTeardropDialog(options);
+  };
   setup.open_document = [files_stay](const std::filesystem::path& file) {
     if (files_stay) std::fprintf(stderr, "written: %s\n", file.string().c_str());
   };

@@ -14,6 +14,32 @@ constexpr const char* kRows[] = {"TeardropParam_PercentForVias", "TeardropParam_
                                  "TeardropParam_PercentForTracks", "TeardropParam_PercentForTJunctions"};
 constexpr const char* kFlags = "TeardropParam_FlagsEx";
 
+constexpr DialogField kLegacyFields[] = {
+    {"--style", "LegacyTeardrop_Style", "arcs|tracks", "What they are made of; without it arcs"},
+    {"--of", "LegacyTeardrop_Of", "KINDS", "Of pads,vias,tracks those that are visited; without it all"},
+    {"--only-selected", "LegacyTeardrop_OnlySelected", nullptr, "Only selected ones"},
+    {"--remove", "LegacyTeardrop_Remove", nullptr, "Remove teardrops, also those of tear-drops"},
+    {"--force", "LegacyTeardrop_Force", nullptr, "Also those that violate a clearance"},
+    {"--report", "LegacyTeardrop_Report", nullptr, "A report beside the changed board"},
+};
+
+// Of words with commas between; false when one is none of the three.
+bool SetVisited(TTearDropOptions& options, std::string_view value) {
+  options.AllPads = options.AllVias = options.AllTracks = false;
+  for (std::size_t from = 0; from <= value.size();) {
+    const std::size_t end = std::min(value.find(',', from), value.size());
+    const std::string_view word = value.substr(from, end - from);
+    from = end + 1;
+    bool* const kind = word == "pads"     ? &options.AllPads
+                       : word == "vias"   ? &options.AllVias
+                       : word == "tracks" ? &options.AllTracks
+                                          : nullptr;
+    if (!kind) return false;
+    *kind = true;
+  }
+  return true;
+}
+
 std::string Trimmed(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(" \t\r");
   if (begin == text.npos) return {};
@@ -70,6 +96,29 @@ bool EditTeardropOptions(TTeardropOptionsEx& options, std::istream& in, std::ost
       out << "  this is no NAME=VALUE of the list above\n";
   }
   return false;
+}
+
+std::span<const DialogField> LegacyTeardropFields() {
+  return kLegacyFields;
+}
+
+std::string SetLegacyTeardropField(TTearDropOptions& options, const std::string& name,
+                                   const std::string& value) {
+  const std::string_view field = std::string_view(name).substr(name.find('_') + 1);
+  if (field == "Style") {
+    if (value != "arcs" && value != "tracks") return "expected arcs or tracks";
+    options.Style = value == "arcs" ? eArcTearDrop : eTrackTearDrop;
+    return {};
+  }
+  if (field == "Of")
+    return SetVisited(options, value) ? "" : "expected pads, vias, tracks with commas between";
+  if (value != "yes" && value != "no") return "expected yes or no";
+  const bool yes = value == "yes";
+  if (field == "OnlySelected") options.Selected = yes;
+  if (field == "Remove") options.Action = yes ? eRemoveTearDrop : eAddTearDrop;
+  if (field == "Force") options.Force = yes;
+  if (field == "Report") options.Report = yes;
+  return {};
 }
 
 }  // namespace Ketril::Command

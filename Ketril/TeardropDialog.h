@@ -3,11 +3,13 @@
 
 #include <functional>
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Interfaces/Teardrops.h"
+#include "Ketril/ViaDialogs.h"
 
 namespace Ketril::Command {
 
@@ -19,5 +21,10 @@ bool SetTeardropField(TTeardropOptionsEx& options, const std::string& name, cons
 // Shows the options and takes changes, NAME=VALUE a line, until an empty line accepts them; "cancel", or the
 // end of the input, cancels.
 bool EditTeardropOptions(TTeardropOptionsEx& options, std::istream& in, std::ostream& out);
+
+// The dialog of the older builder. Empty when the value was taken; else what is wrong with it.
+std::span<const DialogField> LegacyTeardropFields();
+std::string SetLegacyTeardropField(TTearDropOptions& options, const std::string& name,
+                                   const std::string& value);
 
 }  // namespace Ketril::Command

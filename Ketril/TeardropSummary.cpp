@@ -128,4 +128,40 @@ std::string TeardropSummaryText(const ordered_json& summary) {
   return text;
 }
 
+ordered_json LegacyTeardropSummary(const Editor::Board& board) {
+  bool any = false;
+  const auto part = [&](TObjectId kind) {
+    std::int64_t tried = 0;
+    ordered_json failed = ordered_json::array();
+    board.objects.ForEach({kind}, [&](const Editor::Primitive& place) {
+      if (!place.Has(Editor::kFlag_Misc3)) return;
+      ++tried;
+      if (place.Has(Editor::kFlag_Misc1)) failed.push_back(ToUtf8(place.Describe()));
+    });
+    any = any || tried > 0;
+    return ordered_json{{"tried", tried}, {"failed", std::move(failed)}};
+  };
+  ordered_json summary{{"pads", part(ePadObject)}, {"vias", part(eViaObject)}};
+  return any ? summary : ordered_json(nullptr);
+}
+
+std::string LegacyTeardropSummaryText(const ordered_json& summary) {
+  std::string tried, failed;
+  std::size_t count = 0, shown = 0;
+  for (const char* name : {"pads", "vias"}) {
+    const ordered_json& part = summary[name];
+    tried += (tried.empty() ? "  tried on " : " and ") + part["tried"].dump() + " " + name;
+    if (part["tried"] == 1) tried.pop_back();
+    count += part["failed"].size();
+    constexpr std::size_t kShown = 5;
+    for (const ordered_json& place : part["failed"]) {
+      if (shown++ < kShown) failed += "\n    " + place.get<std::string>();
+    }
+    if (shown > kShown && name == std::string_view("vias")) failed += "\n    ... (--json has them all)";
+  }
+  if (count == 0) return tried;
+  return tried + "\n  " + std::to_string(count) +
+         " of them lack one: it would break a clearance, or the track is too short:" + failed;
+}
+
 }  // namespace Ketril::Command

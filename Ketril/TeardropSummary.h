@@ -22,4 +22,10 @@ nlohmann::ordered_json TeardropSummary(Editor::Board& board);
 // Lines of text with an indent, without the last line's end.
 std::string TeardropSummaryText(const nlohmann::ordered_json& summary);
 
+// What the older builder tried, by the marks that its run left on pads and vias; null when it tried none.
+//
+//   {"pads": {"tried": 3, "failed": ["Pad U1-3 (10mm,20mm) on ..."]}, "vias": {"tried": 5, "failed": []}}
+nlohmann::ordered_json LegacyTeardropSummary(const Editor::Board& board);
+std::string LegacyTeardropSummaryText(const nlohmann::ordered_json& summary);
+
 }  // namespace Ketril::Command

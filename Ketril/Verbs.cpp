@@ -4,9 +4,11 @@
 #include <array>
 #include <charconv>
 
+#include "Editor/Model/Board.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Microstrip.h"
 #include "Ketril/PlacementDialogs.h"
+#include "Ketril/TeardropDialog.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Command {
@@ -47,6 +49,19 @@ void CallWithViewAndParameters(const ToolsLibrary& library, const char* export_n
       board, ViewOf(board).Get(), parameters);
 }
 
+// An export that works on one object, on each of the selected ones.
+void CallOnSelected(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                    IParameterList*) {
+  std::vector<Ref<IPCB_Primitive>> objects;
+  Ref<IPCB_Primitive> object;
+  for (std::int32_t i = 0; !Failed(board->GetState_SelectedObject(i, object)) && object; ++i)
+    objects.push_back(object);
+  if (objects.empty())
+    throw Failure(kExit_Usage, "no object is selected: expected --select, as --select 'pad and net:GND'");
+  const auto tool = library.Find<void(IPCB_Board*, IPCB_Primitive*)>(export_name);
+  for (const Ref<IPCB_Primitive>& selected : objects) tool(board, selected.Get());
+}
+
 // A parameter that the verb cannot do without.
 std::u16string Required(IParameterList* parameters, const char16_t* name) {
   std::u16string value;
@@ -62,6 +77,18 @@ std::int32_t RequiredNumber(IParameterList* parameters, const char16_t* name) {
   if (error != std::errc() || end != text.data() + text.size())
     throw Failure(kExit_Usage, "-D " + Platform::ToUtf8(name) + "=" + text + ": expected a whole number");
   return value;
+}
+
+void ShowTearDropsForNet(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
+                         IParameterList* parameters) {
+  const std::u16string name = Required(parameters, u"Net");
+  std::u16string show;
+  const bool hides =
+      parameters->GetParameter(u"Show", show) && !Platform::EqualsIgnoringAsciiCase(show, u"True");
+  const auto* model = dynamic_cast<const Editor::Board*>(board);
+  Editor::Net* const net = model ? model->FindNet(name) : nullptr;
+  if (!net) throw Failure(kExit_Usage, "the board has no net \"" + Platform::ToUtf8(name) + "\"");
+  library.Find<void(IPCB_Board*, IPCB_Net*, bool)>(export_name)(board, net, !hides);
 }
 
 void RunArrange(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
@@ -200,6 +227,22 @@ const std::array kToolVerbs{
              "Remove the teardrops on the selected pads, vias, tracks and arcs", false, CallWithBoard},
     ToolVerb{"remove-drops-violation", "Tools_RemoveDropsViolation", "Teardrops",
              "Remove the teardrops that violate a clearance", false, CallWithBoard},
+    ToolVerb{"legacy-tear-drops", "Tools_LegacyTearDrops", "Teardrops",
+             "Add teardrops of arcs or tracks to round pads, vias and wider tracks, or remove them", true,
+             CallWithParameters, false, Settings::None, Operands::None, LegacyTeardropFields()},
+    ToolVerb{"show-tear-drops-for-net", "Tools_ShowTearDropsForNet", "Teardrops",
+             "Draw the teardrops of a net, or with -D Show=False leave them out of the picture: -D Net=NAME",
+             true, ShowTearDropsForNet},
+    ToolVerb{"remove-tear-drops-from-pad-via", "Tools_RemoveTearDropsFromPadVia", "Teardrops",
+             "Remove the teardrops that touch the selected objects, but for parts of components", false,
+             CallOnSelected},
+    ToolVerb{"remove-tear-drops-from-component", "Tools_RemoveTearDropsFromComponent", "Teardrops",
+             "Remove the teardrops on the pads of the selected components", false, CallOnSelected},
+    ToolVerb{"remove-tear-drops-from-connected-tracks", "Tools_RemoveTearDropsFromConnectedTracks",
+             "Teardrops", "Remove the teardrops on the selected tracks and on those that touch the selection",
+             false, CallOnSelected},
+    ToolVerb{"remove-tear-drops-from-touch", "Tools_RemoveTearDropsFromTouch", "Teardrops",
+             "The one or the other, by what the selected objects are", false, CallOnSelected},
     ToolVerb{"replace-selected-pads-with-vias", "Tools_ReplaceSelectedPadsWithVias", "Pads and vias",
              "Turn the selected free through-hole pads into vias", false, CallWithBoard},
     ToolVerb{"replace-selected-vias-with-pads", "Tools_ReplaceSelectedViasWithPads", "Pads and vias",

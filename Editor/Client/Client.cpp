@@ -125,7 +125,8 @@ Client::Client(ClientSetup setup)
       options_(setup_.options_folder.empty() ? OptionsStore()
                                              : OptionsStore(setup_.options_folder / "KETRIL.INI")),
       server_(MakeHost<PcbServer>(setup_.teardrop_dialog,
-                                  setup_.shove_passes.value_or(StoredShovePasses(options_)))),
+                                  setup_.shove_passes.value_or(StoredShovePasses(options_)),
+                                  setup_.legacy_teardrop_dialog)),
       panel_(MakeHost<PanelWorkspace>(setup_.messages)),
       notifications_(MakeNotificationService(setup_.notify)) {
   if (setup_.confirm) dialogs_ = MakeHost<DialogService>(setup_.confirm, setup_.show_message);

@@ -45,6 +45,7 @@ struct ClientSetup {
   std::function<void(const std::u16string& line)> log = {};  // null: lines go to standard error
   bool test_mode = false;
   TeardropDialog teardrop_dialog = {};  // null: the dialog counts as cancelled
+  LegacyTeardropDialog legacy_teardrop_dialog = {};  // likewise
   std::function<void(const std::filesystem::path& file)> open_document = {};  // null: nothing opens
   BoardDialogs dialogs = {};
   LocationPick choose_location = {};       // null: every pick is cancelled

@@ -33,4 +33,9 @@ Status PcbServer::EditTeardropOptions(TTeardropOptionsEx& options, bool& accepte
                   [&] { accepted = teardrop_dialog_ && teardrop_dialog_(options); });
 }
 
+Status PcbServer::EditLegacyTeardropOptions(TTearDropOptions& options, bool& accepted) noexcept {
+  return HostCall("IPCB_ServerInterface.EditLegacyTeardropOptions",
+                  [&] { accepted = legacy_dialog_ && legacy_dialog_(options); });
+}
+
 }  // namespace Ketril::Editor

@@ -11,6 +11,7 @@ namespace Ketril::Editor {
 
 // Lets the user change the options; false when he cancels.
 using TeardropDialog = std::function<bool(TTeardropOptionsEx& options)>;
+using LegacyTeardropDialog = std::function<bool(TTearDropOptions& options)>;
 
 class SystemOptions final : public HostObject<IPCB_SystemOptions> {
  public:
@@ -26,8 +27,11 @@ class PcbServer final : public HostObject<IPCB_ServerInterface> {
  public:
   // Without a dialog every question counts as cancelled.
   explicit PcbServer(TeardropDialog teardrop_dialog = {},
-                     std::int32_t shove_passes = SystemOptions::kShovePasses)
-      : teardrop_dialog_(std::move(teardrop_dialog)), options_(MakeHost<SystemOptions>(shove_passes)) {}
+                     std::int32_t shove_passes = SystemOptions::kShovePasses,
+                     LegacyTeardropDialog legacy_dialog = {})
+      : teardrop_dialog_(std::move(teardrop_dialog)),
+        legacy_dialog_(std::move(legacy_dialog)),
+        options_(MakeHost<SystemOptions>(shove_passes)) {}
   Status PCBObjectFactory(TObjectId kind, std::int32_t reserved1, std::int32_t reserved2,
                           Ref<IPCB_Primitive>& primitive) noexcept override;
   // Always empty: the layer sets of the tools are the library's own.
@@ -35,10 +39,12 @@ class PcbServer final : public HostObject<IPCB_ServerInterface> {
   Status CreateGeometricPolygon(Ref<IPCB_GeometricPolygon>& area) noexcept override;
   Status CreateContourMaker(Ref<IPCB_ContourMaker>& maker) noexcept override;
   Status EditTeardropOptions(TTeardropOptionsEx& options, bool& accepted) noexcept override;
+  Status EditLegacyTeardropOptions(TTearDropOptions& options, bool& accepted) noexcept override;
   KETRIL_HOST_READ(IPCB_ServerInterface, Ref<IPCB_SystemOptions>, SystemOptions, options_)
 
  private:
   const TeardropDialog teardrop_dialog_;
+  const LegacyTeardropDialog legacy_dialog_;
   const Ref<IPCB_SystemOptions> options_;
 };
 

@@ -133,6 +133,11 @@ double Gap(const Primitive& a, const Primitive& b, double limit) {
 Status Primitive::TellTouch(IPCB_Primitive* other, bool& touches) const {
   const Primitive* object = FromInterface(other);
   if (!object) return Status::InvalidArgument;
+  // Lines of the silkscreen and the like are drawn as copper is, and are none.
+  if (StandsOnOneLayer(*this) && !MemberList() && !IsCopper(state.layer)) {
+    touches = false;
+    return Status::Ok;
+  }
   touches =
       board && board == object->board ? board->Clearances().Touches(*this, *object) : Touch(*this, *object);
   return Status::Ok;

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "Editor/Files/FileStyle.h"
 #include "Editor/Files/RulesJson.h"
@@ -112,7 +113,14 @@ Json ChannelsOf(const Board& board) {
 constexpr const char* kStitching = "stitching";
 constexpr const char* kShielding = "shielding";
 
-using ObjectsById = std::unordered_map<std::string_view, Primitive*>;
+// Several have one identifier where the file has an arc in pieces.
+using ObjectsById = std::unordered_multimap<std::string_view, Primitive*>;
+
+template <class Visit>
+void ForEachNamed(const ObjectsById& objects, const std::string& id, Visit visit) {
+  const auto [begin, end] = objects.equal_range(id);
+  for (auto object = begin; object != end; ++object) visit(*object->second);
+}
 
 void ReadViaUnions(Board& board, const Json& unions, const ObjectsById& objects) {
   for (const Json& value : unions) {
@@ -181,15 +189,15 @@ void ReadExtras(Board& board, const std::string& text) {
   const std::string_view board_text = board.file.text;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
     const SourceSpan id = object.source_id;
-    if (!id.IsEmpty()) objects.try_emplace(board_text.substr(id.begin, id.end - id.begin), &object);
+    if (!id.IsEmpty()) objects.emplace(board_text.substr(id.begin, id.end - id.begin), &object);
   });
   for (const auto& [id, index] : PartOf(extras, "unions").items()) {
-    const auto object = objects.find(id);
-    if (object != objects.end()) object->second->state.union_index = index.get<std::int32_t>();
+    const auto union_index = index.get<std::int32_t>();
+    ForEachNamed(objects, id, [&](Primitive& object) { object.state.union_index = union_index; });
   }
   for (const Json& id : PartOf(extras, "teardrops")) {
-    const auto object = objects.find(id.get_ref<const std::string&>());
-    if (object != objects.end()) object->second->Set(kFlag_TearDrop, true);
+    ForEachNamed(objects, id.get_ref<const std::string&>(),
+                 [](Primitive& object) { object.Set(kFlag_TearDrop, true); });
   }
   ReadChannels(board, PartOf(extras, "channels"));
   ReadViaUnions(board, PartOf(extras, "via_unions"), objects);
@@ -197,6 +205,7 @@ void ReadExtras(Board& board, const std::string& text) {
 
 std::string ExtrasText(const Board& board) {
   Json unions = Json::object(), teardrops = Json::array(), rules = Json::array();
+  std::unordered_set<std::string> told;
   board.objects.ForEach(TObjectSet::All(), [&](const Primitive& object) {
     if (const Rule* rule = As<Rule>(&object); rule && rule->data.net_class.empty()) {
       Json value = RuleToJson(board, rule->data);
@@ -206,7 +215,7 @@ std::string ExtrasText(const Board& board) {
     const std::string id = Platform::ToUtf8(object.UniqueId());
     if (object.state.union_index != 0) unions[id] = object.state.union_index;
     const bool is_line = object.kind == eTrackObject || object.kind == eArcObject;
-    if (is_line && object.Has(kFlag_TearDrop)) teardrops.push_back(id);
+    if (is_line && object.Has(kFlag_TearDrop) && told.insert(id).second) teardrops.push_back(id);
   });
   Json extras = board.file.extras.empty() ? Json::object() : Json::parse(board.file.extras);
   const auto put = [&](const char* name, Json value) {

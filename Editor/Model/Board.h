@@ -142,6 +142,7 @@ class Board final
   KETRIL_HOST_READ(IPCB_Board, std::int32_t, SelectedObjectsCount,
                    static_cast<std::int32_t>(Selected().size()))
   Status GetState_SelectedObject(std::int32_t index, Ref<IPCB_Primitive>& primitive) noexcept override;
+  Status DeselectAll() noexcept override;
 
   Status GraphicallyInvalidatePrimitive(IPCB_Primitive* primitive) noexcept override;
   KETRIL_HOST_METHOD(IPCB_Board, UpdateWindows, (), view->Update())

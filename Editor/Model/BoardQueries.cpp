@@ -71,6 +71,13 @@ Status Board::GetState_SelectedObject(std::int32_t index, Ref<IPCB_Primitive>& p
   });
 }
 
+Status Board::DeselectAll() noexcept {
+  return HostCall("IPCB_Board.DeselectAll", [&] {
+    for (Primitive* object : Selected()) object->Set(kFlag_Selected, false);
+    SelectionChanged();
+  });
+}
+
 Status Board::GetPrimitiveCount(TObjectSet kinds, IPCB_LayerSet* layer_set, TIterationMethod method,
                                 std::int32_t& count) noexcept {
   return HostCall("IPCB_Board.GetPrimitiveCount", [&] {

@@ -105,15 +105,21 @@ void SpatialIndex::Tree::Settle(Entry& entry) {
 SpatialIndex::SpatialIndex(const Warehouse& objects) : objects_(objects) {}
 SpatialIndex::~SpatialIndex() = default;
 
-void SpatialIndex::Add(const Primitive& primitive) {
+void SpatialIndex::Note(const Primitive& primitive) {
+  constexpr TObjectSet kSmall = {eTrackObject, eArcObject, ePadObject, eViaObject};
   ++revision_;
+  if (!kSmall.Contains(primitive.kind)) ++area_revision_;
+}
+
+void SpatialIndex::Add(const Primitive& primitive) {
+  Note(primitive);
   if (!tree_ || !HasPlace(primitive.kind)) return;
   tree_->entries.push_back({primitive.order, &primitive, {}, false});
   Touch(primitive);
 }
 
 void SpatialIndex::Touch(const Primitive& primitive) {
-  ++revision_;
+  Note(primitive);
   if (!tree_ || !primitive.on_board) return;
   tree_->NoteChange(primitive.order, primitive.MemberList() != nullptr);
   const Primitive* owner = primitive.Owner();
@@ -121,7 +127,7 @@ void SpatialIndex::Touch(const Primitive& primitive) {
 }
 
 void SpatialIndex::Remove(const Primitive& primitive) {
-  ++revision_;
+  Note(primitive);
   if (!tree_) return;
   Tree::Entry* entry = tree_->Find(primitive.order);
   if (!entry || entry->object != &primitive) return;
@@ -132,6 +138,7 @@ void SpatialIndex::Remove(const Primitive& primitive) {
 
 void SpatialIndex::Rebuild() {
   ++revision_;
+  ++area_revision_;
   tree_.reset();
 }
 

@@ -34,14 +34,17 @@ class SpatialIndex {
 
   // Ascends with each of the calls above: what was computed from the board's objects is good while it stays.
   std::uint64_t Revision() const { return revision_; }
+  // The same but for tracks, arcs, pads and vias: for what was computed from areas, rules, classes and nets.
+  std::uint64_t AreaRevision() const { return area_revision_; }
 
  private:
   struct Tree;
   void Update();
+  void Note(const Primitive& primitive);
 
   const Warehouse& objects_;
   std::unique_ptr<Tree> tree_;  // empty until the first search
-  std::uint64_t revision_ = 0;
+  std::uint64_t revision_ = 0, area_revision_ = 0;
 };
 
 // True for the kinds that have a place on the board.

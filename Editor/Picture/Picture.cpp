@@ -122,7 +122,7 @@ class Painter {
   // What shows in the box, drawn with the classes of kStyle.
   std::string Paint(const TCoordRect& view) {
     board_.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
-      if (object.Has(kFlag_Hidden)) return;
+      if (object.Has(kFlag_Hidden) || !object.Has(kFlag_EnableDraw)) return;
       if (options_.around && !Overlap(object.Bounds(), view)) return;
       Draw(object);
     });

@@ -77,7 +77,7 @@ Status Board::CheckPrimitive(IPCB_Primitive* primitive, IPCB_ViolationReport* re
     const Ref<ViolationList> list = Probe<ViolationList>(Ref<IPCB_ViolationReport>(report));
     if (!object || !list) return Status::InvalidArgument;
     if (list->kinds.Contains(eRule_Clearance)) {
-      for (Violation& violation : ClearanceChecker(*this).CheckObject(*object))
+      for (Violation& violation : Clearances().CheckObject(*object))
         list->Add(std::move(violation));
     }
     if (object->kind == eComponentObject) {
@@ -100,9 +100,9 @@ std::int32_t Primitive::CountViolations() {
 }
 
 ClearanceChecker& Board::Clearances() {
-  if (!clearances_ || clearances_revision_ != index.Revision()) {
+  if (!clearances_ || clearances_revision_ != index.AreaRevision() || !clearances_->IsFor(setup)) {
     clearances_ = std::make_shared<ClearanceChecker>(*this);
-    clearances_revision_ = index.Revision();
+    clearances_revision_ = index.AreaRevision();
   }
   return *clearances_;
 }

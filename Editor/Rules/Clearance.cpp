@@ -38,7 +38,10 @@ bool Forbids(const PolygonData& area, const Primitive& object) {
 }  // namespace
 
 ClearanceChecker::ClearanceChecker(Board& board)
-    : board_(board), greatest_(std::max(board.setup.clearance, board.setup.hole_clearance)) {
+    : board_(board),
+      clearance_(board.setup.clearance),
+      hole_clearance_(board.setup.hole_clearance),
+      greatest_(std::max(clearance_, hole_clearance_)) {
   board.objects.ForEach({eRuleObject}, [&](Primitive& object) {
     Rule* rule = As<Rule>(&object);
     if (rule->data.rule_kind != eRule_Clearance || !rule->data.enabled) return;

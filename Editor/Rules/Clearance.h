@@ -35,6 +35,9 @@ std::u16string DescribeViolation(const Violation& violation);
 class ClearanceChecker {
  public:
   explicit ClearanceChecker(Board& board);
+  bool IsFor(const BoardSetup& setup) const {
+    return clearance_ == setup.clearance && hole_clearance_ == setup.hole_clearance;
+  }
 
   TCoord Clearance(const Primitive& a, const Primitive& b);
   // The first layer on which the pair is nearer than `asked`, or the hole of one nearer to the other than the
@@ -61,8 +64,9 @@ class ClearanceChecker {
   void ForEachNeighbour(const Primitive& object, Visit visit);
 
   Board& board_;
-  std::vector<Rule*> rules_;  // enabled ones of clearance, the first in priority first
-  TCoord greatest_ = 0;       // gap that anything asks
+  const TCoord clearance_, hole_clearance_;  // as the board asked when this was made
+  std::vector<Rule*> rules_;                 // enabled ones of clearance, the first in priority first
+  TCoord greatest_ = 0;                      // gap that anything asks
   std::unordered_map<const Net*, TCoord> net_clearances_;
   std::unordered_map<const Primitive*, CopperShape> shapes_;  // of regions on their layers, and of keep-outs
 };

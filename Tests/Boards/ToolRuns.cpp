@@ -12,6 +12,7 @@
 #include "Editor/Client/Parameters.h"
 #include "Editor/Copper/CopperMeasure.h"
 #include "Editor/Files/BoardFile.h"
+#include "Editor/Rules/Clearance.h"
 #include "Editor/Selection/Selection.h"
 #include "Editor/Vias/ViaUnions.h"
 #include "Interfaces/Tools.h"
@@ -129,6 +130,46 @@ class TeardropRun final : public ToolRun {
 
  private:
   const char16_t* add_;
+};
+
+// Of the older builder. Its removal leaves what hangs on nothing but a part of a component or an arc: the
+// user takes that off object by object. The marks are in no board file.
+class LegacyTeardropRun final : public ToolRun {
+ public:
+  LegacyTeardropRun(std::filesystem::path path, const char16_t* style)
+      : ToolRun(std::move(path)), style_(style) {}
+  void TestBody() override {
+    const auto others = SortedObjects(*board_, false);
+    const auto violations = board_->Clearances().CheckBoard().size();
+    Run(u"Style", style_);
+    EXPECT_LE(board_->Clearances().CheckBoard().size(), violations);
+    const auto teardrops = SortedObjects(*board_, true);
+    EXPECT_EQ(Differences(others, SortedObjects(*board_, false)), "");
+    Run(u"Action", u"Remove");
+    ForEachOf({eComponentObject}, Tools_RemoveTearDropsFromComponent);
+    ForEachOf({eArcObject}, Tools_RemoveTearDropsFromPadVia);
+    EXPECT_EQ(Differences({}, SortedObjects(*board_, true)), "");
+    EXPECT_EQ(Differences(others, SortedObjects(*board_, false)), "");
+    ExpectUndoes();
+    RecordProperty("teardrops", static_cast<int>(teardrops.size()));
+  }
+
+ private:
+  void Run(const char16_t* name, const char16_t* value) {
+    const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+    parameters->AddParameter(name, value);
+    parameters->AddParameter(u"Report", u"False");
+    Tools_LegacyTearDrops(board_.Get(), parameters.Get());
+  }
+  void ForEachOf(TObjectSet kinds, void (*tool)(IPCB_Board*, IPCB_Primitive*)) {
+    std::vector<Ref<Primitive>> objects;
+    board_->objects.ForEach(kinds, [&](Primitive& object) { objects.emplace_back(&object); });
+    for (const Ref<Primitive>& object : objects) {
+      if (object->on_board) tool(board_.Get(), object->AsInterface());
+    }
+  }
+
+  const char16_t* style_;
 };
 
 class PlainRun final : public ToolRun {
@@ -354,6 +395,10 @@ void RegisterToolRuns(const std::filesystem::path& path) {
   Register("TeardropsStraight", path, [path] { return new TeardropRun(path, u"1016"); });
   Register("FloodAndFence", path, [path] { return new ViaRun(path); });
   Register("UnGroup", path, [path] { return new UnGroupRun(path); });
+  for (const char16_t* style : {u"0", u"1", u"2"}) {
+    const std::string name = std::string("LegacyTeardrops") + static_cast<char>(style[0]);
+    Register(name, path, [path, style] { return new LegacyTeardropRun(path, style); });
+  }
   Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });

@@ -62,6 +62,24 @@ void Tools_RemoveTearDropsOnSelected(IPCB_Board* ABoard) {
 void Tools_RemoveDropsViolation(IPCB_Board* ABoard) {
   RunTool<kStandard>(RemoveDropsViolation, ABoard);
 }
+void Tools_LegacyTearDrops(IPCB_Board* ABoard, IParameterList* AParameters) {
+  RunTool<kStandard>(LegacyTearDrops, ABoard, AParameters);
+}
+void Tools_ShowTearDropsForNet(IPCB_Board* ABoard, IPCB_Net* ANet, bool AShow) {
+  RunTool<kStandard>(ShowTearDropsForNet, ABoard, ANet, AShow);
+}
+void Tools_RemoveTearDropsFromPadVia(IPCB_Board* ABoard, IPCB_Primitive* APrimitive) {
+  RunTool<kStandard>(RemoveTearDropsFromPadVia, ABoard, APrimitive);
+}
+void Tools_RemoveTearDropsFromComponent(IPCB_Board* ABoard, IPCB_Primitive* APrimitive) {
+  RunTool<kStandard>(RemoveTearDropsFromComponent, ABoard, APrimitive);
+}
+void Tools_RemoveTearDropsFromConnectedTracks(IPCB_Board* ABoard, IPCB_Primitive* APrimitive) {
+  RunTool<kStandard>(RemoveTearDropsFromConnectedTracks, ABoard, APrimitive);
+}
+void Tools_RemoveTearDropsFromTouch(IPCB_Board* ABoard, IPCB_Primitive* APrimitive) {
+  RunTool<kStandard>(RemoveTearDropsFromTouch, ABoard, APrimitive);
+}
 
 void Tools_RunArrange(IPCB_Board* ABoard, IPCBGraphicalViewInterface* AView, TArrangerMethod AMethod) {
   RunTool<kStandard>(ArrangeSelection, ABoard, AView, AMethod);

@@ -4,6 +4,7 @@
 #include "DLLs/Tools/Frame/Hourglass.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/Polling.h"
+#include "DLLs/Tools/Teardrops/TeardropReport.h"
 
 namespace Ketril::Tools {
 
@@ -190,6 +191,13 @@ void TTeardropBuilder::ShowDropsForNet(TGroup* ANet, bool AShow) {
     member->SetEnableDraw(AShow);
     member->EndModify(nullptr);
   }
+}
+
+// Lists every pad and via that the run took in, whatever became of it.
+void TTeardropBuilder::ReportFile() {
+  WriteTeardropReport(FBoard, {Has(TeardropFlag_Pad), ReportPadVisited, ReportPadFailed},
+                      {Has(TeardropFlag_Via), ReportViaVisited, ReportViaFailed},
+                      [&](const TPrimitive* P) { return !Has(TeardropFlag_Selected) || P->Selected(); });
 }
 
 void TTeardropBuilder::FlushFilletList() {

@@ -70,24 +70,19 @@ class TTeardropBuilder {
   void AddDropsForObject(TPrimitive* P);
   bool IsPartner(TPrimitive* P, TPrimitive* T, bool& is_filed);
   void AddDropsAtTrack(TPrimitive* P, TPrimitive* T, bool may_hold_drops);
-  TTemporary<TPad> MakeViaPad(const TVia* via, TV7_Layer layer);
-  TTemporary<TPad> MakeVirtualPad(GeoPointType point, TCoord width, TV7_Layer layer);
   void AddDropForPair(TPad* P, TPrimitive* T, TTeardropObject kind, TPrimitive* owner);
   void MakeTeardropRegion(const Ref<IPCB_Contour>& contour, TPrimitive* T, TPrimitive* owner);
 
   void RemoveDropsBetweenObjects(TPrimitive* P, TPrimitive* T);
-  bool IsDropBetween(TPrimitive* D, TPrimitive* A, TPrimitive* B);
   void QueueDropRemoval(TPrimitive* D);
 
   void AddJunctionDrops();
   void RemoveJunctionDrops(const TTeardropTJunctionNode& node);
 
   void ReportFile();
-  void ReportObjects(std::u16string& text, TObjectId kind);
 
   TBoard* FBoard;
   Ref<IParameterList> FParameters;
-  std::int32_t MiscCount = 0;                          // lines that the report lists
   std::array<std::vector<TPrimitive*>, 2> FilletList;  // to take off the board, and to put on it
   TTeardropTJunctionNodeList FTJunctionNodes;
   Ref<IPCB_ViolationReport> FViolationReport;

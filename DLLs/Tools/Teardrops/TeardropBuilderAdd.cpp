@@ -3,35 +3,14 @@
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Geometry/ContourPoints.h"
 #include "DLLs/Tools/Geometry/RT_Geometry.h"
-#include "DLLs/Tools/Geometry/Rounding.h"
 #include "DLLs/Tools/Teardrops/TeardropBuilder.h"
 #include "DLLs/Tools/Teardrops/TeardropContourMaker.h"
+#include "DLLs/Tools/Teardrops/TeardropPartners.h"
 #include "DLLs/Tools/Teardrops/TeardropUtils.h"
 
 namespace Ketril::Tools {
 
 namespace {
-
-bool IsTrackOrArc(const TPrimitive* P) {
-  const TObjectId kind = P->ObjectID();
-  return kind == eTrackObject || kind == eArcObject;
-}
-
-// Where a narrower track or arc leaves a wider track: 0 to 2 places.
-std::vector<GeoPointType> FindCrossings(const TPrimitive* P, const TPrimitive* T) {
-  if (P->ObjectID() != eTrackObject) return {};
-  const LineType line = TrackToLine(P, 0);
-  GeoPointType points[2];
-  int count = 0;
-  if (T->ObjectID() == eTrackObject) {
-    bool found = false;
-    IntersectLines(line, TrackToLine(T, 0), true, points[0], found);
-    count = found ? 1 : 0;
-  } else {
-    IntersectArcLine(ArcToThinArc(T), line, points[0], points[1], count);
-  }
-  return {points, points + count};
-}
 
 // Whether a vertex of the area is in the place, or the place inside of it.
 bool IsAtNode(const Ref<IPCB_GeometricPolygon>& area, GeoPointType place) {
@@ -71,7 +50,7 @@ void TTeardropBuilder::AddDropsForObject(TPrimitive* P) {
       if (may_hold_drops) RemoveDropsBetweenObjects(P, T);
       AddDropForPair(CheckedCast<TPad>(P), T, eTeardropObject_Pad, P);
     } else if (kind == eViaObject) {
-      const TTemporary<TPad> pad = MakeViaPad(CheckedCast<TVia>(P), T->Layer());
+      const TTemporary<TPad> pad = MakeViaPad(CheckedCast<TVia>(P), T->Layer(), FBoard);
       if (may_hold_drops) RemoveDropsBetweenObjects(P, T);
       AddDropForPair(pad.get(), T, eTeardropObject_Via, P);
     } else if (Has(TeardropFlag_Track)) {
@@ -100,38 +79,11 @@ bool TTeardropBuilder::IsPartner(TPrimitive* P, TPrimitive* T, bool& is_filed) {
 
 void TTeardropBuilder::AddDropsAtTrack(TPrimitive* P, TPrimitive* T, bool may_hold_drops) {
   for (const GeoPointType point : FindCrossings(P, T)) {
-    const TTemporary<TPad> pad = MakeVirtualPad(point, TrackOrArcWidth(P), P->Layer());
+    const TTemporary<TPad> pad = MakeVirtualPad(point, TrackOrArcWidth(P), P->Layer(), FBoard);
     pad->SetLayer(eV6_MultiLayer);
     if (may_hold_drops) RemoveDropsBetweenObjects(P, T);
     AddDropForPair(pad.get(), T, eTeardropObject_Track, nullptr);
   }
-}
-
-// The via's copper on one layer as a pad that is on no board.
-TTemporary<TPad> TTeardropBuilder::MakeViaPad(const TVia* via, TV7_Layer layer) {
-  TTemporary<TPad> pad(TPad::Create());
-  const TCoord size = via->StackSize(layer);
-  pad->SetX(via->GetState_X());
-  pad->SetY(via->GetState_Y());
-  pad->SetLayer(layer);
-  pad->SetStackSizeX(eV6_TopLayer, size);
-  pad->SetStackSizeY(eV6_TopLayer, size);
-  pad->SetMultiLayerHighBits(0);
-  pad->SetOwnerBoard(FBoard);
-  return pad;
-}
-
-// The circle within a wider track from which a narrower one leaves.
-TTemporary<TPad> TTeardropBuilder::MakeVirtualPad(GeoPointType point, TCoord width, TV7_Layer layer) {
-  TTemporary<TPad> pad(TPad::Create());
-  pad->SetOwnerBoard(FBoard);
-  pad->SetX(Round(point.x));
-  pad->SetY(Round(point.y));
-  pad->SetLayer(layer);
-  pad->SetStackSizeX(eV6_TopLayer, width);
-  pad->SetStackSizeY(eV6_TopLayer, width);
-  pad->SetMultiLayerHighBits(0);
-  return pad;
 }
 
 void TTeardropBuilder::AddDropForPair(TPad* P, TPrimitive* T, TTeardropObject kind, TPrimitive* owner) {
@@ -178,43 +130,7 @@ void TTeardropBuilder::MakeTeardropRegion(const Ref<IPCB_Contour>& contour, TPri
 
 void TTeardropBuilder::RemoveDropsBetweenObjects(TPrimitive* P, TPrimitive* T) {
   if (!SameLogicalNet(P, T)) return;
-  const bool along_P = IsTrackOrArc(P) && (!IsTrackOrArc(T) || TrackOrArcWidth(P) <= TrackOrArcWidth(T));
-  if (!along_P && !IsTrackOrArc(T)) return;
-  TPrimitive* A = along_P ? P : T;
-  TPrimitive* B = along_P ? T : P;
-  TTouchList touching_A, touching_B;
-  CollectTouchingPrimitives(A, touching_A);
-  CollectTouchingPrimitives(B, touching_B);
-  for (std::int32_t i = touching_A.Count() - 1; i >= 0; --i) {
-    TPrimitive* D = touching_A.At(i);
-    if (D->TearDrop() && D->FindInContainer(touching_B.List()) >= 0 && IsDropBetween(D, A, B))
-      QueueDropRemoval(touching_A.Take(i));
-  }
-}
-
-// Whether a teardrop that touches both ends on B and runs along A.
-bool TTeardropBuilder::IsDropBetween(TPrimitive* D, TPrimitive* A, TPrimitive* B) {
-  if (const auto* region = dynamic_cast<TPolyRegion*>(D)) {
-    const Ref<IPCB_GeometricPolygon> area = region->RegionData();
-    if (!area || On(area).Read(&IPCB_GeometricPolygon::GetState_Count) == 0) return false;
-    const Ref<IPCB_Contour> outline = On(area).Read(&IPCB_GeometricPolygon::GetState_Contour, 0);
-    if (On(outline).Read(&IPCB_Contour::GetState_Count) == 0) return false;
-    // An outline begins with a tail.
-    return IsPointOnTrackOrArc(On(outline).Read(&IPCB_Contour::GetState_PointX, 0),
-                               On(outline).Read(&IPCB_Contour::GetState_PointY, 0), A);
-  }
-  TCoordPoint start, end;
-  if (const auto* arc = dynamic_cast<TArc*>(D)) {
-    start = {arc->SX(), arc->SY()};
-    end = {arc->EX(), arc->EY()};
-  } else if (const auto* track = dynamic_cast<TTrack*>(D)) {
-    start = {track->x1(), track->y1()};
-    end = {track->x2(), track->y2()};
-  } else {
-    return false;
-  }
-  const TCoordPoint tail = IsPointTouching(start.x, start.y, B) ? end : start;
-  return IsPointOnTrackOrArc(tail.x, tail.y, A);
+  ForEachDropBetween(P, T, [&](TTouchList& list, std::int32_t index) { QueueDropRemoval(list.Take(index)); });
 }
 
 void TTeardropBuilder::AddJunctionDrops() {

@@ -14,4 +14,15 @@ TTeardropOptionsEx GetCurrentTeardropOptions(TBoard* board);
 void RemoveTearDropsOnSelected(TBoard* board);
 void RemoveDropsViolation(TBoard* board);
 
+// The same of the older builder.
+void LegacyTearDrops(TBoard* board, IParameterList* parameters);
+// With an empty net nothing happens.
+void ShowTearDropsForNet(TBoard* board, IPCB_Net* net, bool show);
+// Nothing on a library.
+void RemoveTearDropsFromPadVia(TBoard* board, IPCB_Primitive* primitive);
+void RemoveTearDropsFromComponent(TBoard* board, IPCB_Primitive* primitive);
+void RemoveTearDropsFromConnectedTracks(TBoard* board, IPCB_Primitive* primitive);
+// As the first for a pad or via, as the last for a track or arc; nothing for anything else.
+void RemoveTearDropsFromTouch(TBoard* board, IPCB_Primitive* primitive);
+
 }  // namespace Ketril::Tools

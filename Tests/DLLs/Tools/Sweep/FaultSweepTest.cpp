@@ -60,6 +60,41 @@ void TeardropOptions(IPCB_Board* board) {
   Tools_GetCurrentTeardropOptions(board);
 }
 
+template <char style>
+void AddLegacyTeardrops(IPCB_Board* board) {
+  const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+  for (const char16_t* name : {u"AllPads", u"AllTracks", u"Report"}) parameters->AddParameter(name, u"False");
+  parameters->AddParameter(u"Selected", u"True");
+  parameters->AddParameter(u"Style", std::u16string(1, style));
+  Tools_LegacyTearDrops(board, parameters.Get());
+}
+
+void RemoveLegacyTeardrops(IPCB_Board* board) {
+  const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
+  parameters->AddParameter(u"Action", u"Remove");
+  Tools_LegacyTearDrops(board, parameters.Get());
+}
+
+void LegacyTeardropsByDialog(IPCB_Board* board) {
+  Tools_LegacyTearDrops(board, nullptr);
+}
+
+// On the first object of the kind; what touches it are teardrops.
+template <auto tool, TObjectId kind>
+void OnFirst(IPCB_Board* board) {
+  auto& model = dynamic_cast<Editor::Board&>(*board);
+  model.objects.ForEach({eTrackObject, eRegionObject},
+                        [](Editor::Primitive& drop) { drop.Set(Editor::kFlag_TearDrop, true); });
+  Editor::Warehouse::Walk walk(model.objects, {kind});
+  tool(board, walk.Next()->AsInterface());
+}
+
+void HideTeardrops(IPCB_Board* board) {
+  auto& model = dynamic_cast<Editor::Board&>(*board);
+  Tests::Find<Editor::Arc>(model)->Set(Editor::kFlag_TearDrop, true);
+  Tools_ShowTearDropsForNet(board, model.FindNet(u"A"), false);
+}
+
 Ref<IPCBGraphicalViewInterface> ViewOf(IPCB_Board* board) {
   return Ref<IPCBGraphicalViewInterface>(dynamic_cast<Editor::Board&>(*board).view.Get());
 }
@@ -332,6 +367,15 @@ const SweptExport kExports[] = {
     {"GetCurrentTeardropOptions", TeardropOptions},
     {"RemoveTearDropsOnSelected", Tools_RemoveTearDropsOnSelected},
     {"RemoveDropsViolation", Tools_RemoveDropsViolation},
+    {"LegacyTearDropsOfArcs", AddLegacyTeardrops<'0'>},
+    {"LegacyTearDropsOfTracks", AddLegacyTeardrops<'1'>},
+    {"LegacyTearDropsRemoved", RemoveLegacyTeardrops},
+    {"LegacyTearDropsByDialog", LegacyTeardropsByDialog},
+    {"ShowTearDropsForNet", HideTeardrops},
+    {"RemoveTearDropsFromPadVia", OnFirst<Tools_RemoveTearDropsFromPadVia, eViaObject>},
+    {"RemoveTearDropsFromComponent", OnFirst<Tools_RemoveTearDropsFromComponent, eComponentObject>},
+    {"RemoveTearDropsFromConnectedTracks", OnFirst<Tools_RemoveTearDropsFromConnectedTracks, eArcObject>},
+    {"RemoveTearDropsFromTouch", OnFirst<Tools_RemoveTearDropsFromTouch, eTrackObject>},
     {"ReplaceSelectedPadsWithVias", Tools_ReplaceSelectedPadsWithVias},
     {"ReplaceSelectedViasWithPads", Tools_ReplaceSelectedViasWithPads},
     {"OneAfterTheOther", RunBoth},
