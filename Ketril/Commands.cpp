@@ -231,7 +231,7 @@ void ListTools(const Options& options) {
           {{"verb", verb.verb}, {"export", verb.export_name}, {"group", verb.group}, {"help", verb.help}});
     }
     for (const ReportKind& kind : ReportKinds()) {
-      tools.push_back({{"verb", std::string("report ") + kind.word},
+      tools.push_back({{"verb", kind.verb},
                        {"export", kind.export_name},
                        {"group", "Reports"},
                        {"help", kind.help}});
@@ -241,7 +241,7 @@ void ListTools(const Options& options) {
   }
   for (const ToolVerb& verb : ToolVerbs()) std::cout << verb.verb << "\n    " << verb.help << "\n";
   for (const ReportKind& kind : ReportKinds())
-    std::cout << "report " << kind.word << "\n    " << kind.help << "\n";
+    std::cout << "report " << kind.word << ", " << kind.verb << "\n    " << kind.help << "\n";
 }
 
 void ListObjects(const Options& options) {
