@@ -70,7 +70,8 @@ hr{border:0;border-top:1px solid var(--line)}
 @media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--card:#fff;--ink:#000;
 --soft:#444;--line:#bbb;--head:#eee;--accent:#000;--part:#777;--bad:#000;--badback:#fff}
 body{font-size:10pt}.bar{display:none}.page{max-width:none;padding:0}.section{border:0;padding:0;margin-bottom:6mm}
-a{text-decoration:none}.table{overflow:visible}tr,.contents>li{break-inside:avoid}h2,caption{break-after:avoid}
+a{text-decoration:none}.table{overflow:visible}table{font-size:8.5pt}thead th{font-size:8pt}
+th,td{padding:.15rem .35rem}.js th.sorts{white-space:normal}tr,.contents>li{break-inside:avoid}h2,caption{break-after:avoid}
 thead{display:table-header-group}tfoot{display:table-row-group}.js th.sorts::after{content:""}
 thead th,.part,.part span{-webkit-print-color-adjust:exact;print-color-adjust:exact}}
 ]]></xsl:text></style>
