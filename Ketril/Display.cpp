@@ -32,9 +32,10 @@ char SeparatorOf(std::string_view values) {
   return ',';
 }
 
-// Takes the next row off the front of the values. A line break within a value is shown as a blank.
+// Takes the next row off the front of the values; an empty line is one without values. A line break within a
+// value is shown as a blank.
 Row TakeRow(std::string_view& values, char separator) {
-  Row row(1);
+  Row row(values.starts_with('\n') || values.starts_with("\r\n") ? 0 : 1);
   bool quoted = false;
   std::size_t i = 0;
   for (; i < values.size(); ++i) {
@@ -47,7 +48,7 @@ Row TakeRow(std::string_view& values, char separator) {
       row.emplace_back();
     } else if (!quoted && c == '\n') {
       break;
-    } else if (c != '\r') {
+    } else if (c != '\r' && !row.empty()) {
       row.back() += c == '\n' || c == '\t' ? ' ' : c;
     }
   }
@@ -60,18 +61,26 @@ bool IsNumber(std::string_view text) {
          text.find_first_not_of("+-.0123456789%mil") == text.npos;
 }
 
+struct Column {
+  std::size_t width = 0;
+  bool of_numbers = true;  // but for its heading
+};
+
 std::string BlockInColumns(const std::vector<Row>& rows) {
-  std::vector<std::size_t> widths;
+  std::vector<Column> columns;
   for (const Row& row : rows) {
-    widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], WidthOf(row[i]));
+    columns.resize(std::max(columns.size(), row.size()));
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      columns[i].width = std::max(columns[i].width, WidthOf(row[i]));
+      columns[i].of_numbers &= &row == rows.data() || row[i].empty() || IsNumber(row[i]);
+    }
   }
   std::string text;
   for (const Row& row : rows) {
     std::string line;
     for (std::size_t i = 0; i < row.size(); ++i) {
-      const std::string blanks(widths[i] - WidthOf(row[i]), ' ');
-      line += (i > 0 ? "  " : "") + (IsNumber(row[i]) ? blanks + row[i] : row[i] + blanks);
+      const std::string blanks(columns[i].width - WidthOf(row[i]), ' ');
+      line += (i > 0 ? "  " : "") + (columns[i].of_numbers ? blanks + row[i] : row[i] + blanks);
     }
     line.erase(line.find_last_not_of(' ') + 1);
     text += line + "\n";
@@ -91,7 +100,7 @@ std::string InColumns(std::string_view values) {
   };
   while (!values.empty()) {
     block.push_back(TakeRow(values, separator));
-    if (block.back() == Row{""}) end_block();
+    if (block.back().empty()) end_block();
   }
   end_block();
   return text;

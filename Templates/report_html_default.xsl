@@ -82,7 +82,9 @@
   </xsl:template>
 
   <xsl:template match="section">
-    <div class="section" id="{generate-id()}">
+    <div id="{generate-id()}">
+      <!-- Many small tables stand side by side. -->
+      <xsl:attribute name="class">section<xsl:if test="count(table) &gt; 4"> many</xsl:if></xsl:attribute>
       <h2><a class="anchor" href="#{generate-id()}"><xsl:value-of select="title"/></a></h2>
       <xsl:variable name="content" select="*[not(self::title)]"/>
       <xsl:apply-templates select="$content"/>
@@ -178,7 +180,7 @@
           </xsl:if>
           <xsl:attribute name="class">
             <xsl:text>sorts</xsl:text>
-            <xsl:if test="@data_type = 'number' or count($first/*) = 1 and $first/coordinate"> num</xsl:if>
+            <xsl:if test="@data_type = 'number' or count($first/*) = 1 and $first/coordinate or number($first) = number($first)"> num</xsl:if>
           </xsl:attribute>
         </xsl:otherwise>
       </xsl:choose>
@@ -227,7 +229,7 @@
     <td>
       <xsl:call-template name="given-style">
         <xsl:with-param name="class">
-          <xsl:if test="$is-number or $is-length or $is-part">num</xsl:if>
+          <xsl:if test="$is-number or $is-length or $is-part or ../../columns/column and number(.) = number(.)">num</xsl:if>
           <xsl:if test="$is-number and normalize-space(.) = '0'"> zero</xsl:if>
         </xsl:with-param>
       </xsl:call-template>
