@@ -131,7 +131,7 @@ expect(0 "SOIC-8.*Top Layer +8 " display-report-file ${WORK}/reports/blinker-com
 expect(3 "cannot be read" display-report-file ${WORK}/none.txt)
 
 # A footprint library is a folder of files.
-file(WRITE ${WORK}/some.pretty/one.kicad_mod "(module ONE (layer F.Cu) (pad 1 smd rect (at 0 0) (size 2 1) (layers F.Cu)))")
+file(WRITE ${WORK}/some.pretty/one.kicad_mod "(module ONE (layer F.Cu) (pad 1 smd rect (at 0 0) (size 2.54 1.27) (layers F.Cu)))")
 file(WRITE ${WORK}/some.pretty/two.kicad_mod "(footprint \"TWO\" (version 20240108) (layer \"F.Cu\"))")
 expect(0 "some-library.txt" report library ${WORK}/some.pretty --report-dir ${WORK}/reports)
 file(READ ${WORK}/reports/some-library.txt report)
@@ -140,7 +140,7 @@ if(NOT report MATCHES "some.pretty.*Count : 2.*ONE\r?\nTWO")
 endif()
 expect(0 "some-component.txt" create-report-for-component ${WORK}/some.pretty --component ONE --report-dir ${WORK}/reports)
 file(READ ${WORK}/reports/some-component.txt report)
-if(NOT report MATCHES "ONE.*Dimension : 2 x 1 mm.*Top Layer +1 ")
+if(NOT report MATCHES "ONE.*Dimension : 2.54 x 1.27 mm.*Top Layer +1 ")
   message(SEND_ERROR "the report on a footprint says:\n${report}")
 endif()
 expect(2 "no footprint \"THREE\"" report component ${WORK}/some.pretty --component THREE)

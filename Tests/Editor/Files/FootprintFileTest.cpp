@@ -44,8 +44,8 @@ TEST(FootprintFile, WhatIsWrongIsToldWithItsPlace) {
       {"", 1, 1},
       {"(kicad_pcb (version 20240108))", 1, 1},
       {"(footprint \"A\" (version 20991231))", 1, 25},
-      {"(footprint \"A\" (pad \"1\" smd rect (at x 0)))", 1, 39},
-      {"(footprint \"A\"\n (pad \"1\" smd rect (at 0 x)))", 2, 28},
+      {"(footprint \"A\" (pad \"1\" smd rect (at x 0)))", 1, 38},
+      {"(footprint \"A\"\n (pad \"1\" smd rect (at 0 x)))", 2, 26},
       {"(footprint \"A\"\n (layer \"F.Cu\")", 2, 16},
       {"(footprint \"A\" (layer \"F.Cu\")) (footprint \"B\")", 1, 32},
   };

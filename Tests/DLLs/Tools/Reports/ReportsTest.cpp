@@ -205,10 +205,6 @@ TEST_F(Reports, SlotsComeBySizeAndLengthAndSquareHolesAlone) {
   EXPECT_EQ(RowsOf(root, u"Plated Square Hole Size"), (Lines{"Plated Square Hole Size|#Pads", "250000|1"}));
   EXPECT_EQ(RowsOf(root, u"Non-Plated Square Hole Size"), Lines{"Non-Plated Square Hole Size|#Pads"});
   EXPECT_EQ(RowsOf(root, u"Plated Hole Size"), Lines{"Plated Hole Size|#Pads|#Vias"});
-  // However long a slot is said to be, it is found.
-  Find<Pad>(*host, 3)->data.hole_width = std::numeric_limits<TCoord>::max();
-  const IXMLNode far = Write(reporter, Of({eBoardReportOption_PlatedSlots}));
-  EXPECT_EQ(RowsOf(far, u"Plated Slot Size")[1], "15mil / 214748.365mil|1");
 }
 
 TEST_F(Reports, SizesAreListedWithTheirCounts) {
