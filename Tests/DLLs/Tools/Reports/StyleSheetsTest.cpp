@@ -215,8 +215,8 @@ TEST_F(StyleSheets, AnyNameComesThroughInEachForm) {
     return Platform::ToUtf8(nets.WriteToString(Platform::ToUtf16(std::string(KETRIL_TEMPLATES "/") + sheet)));
   };
   const auto json = nlohmann::json::parse(by("report_json.xsl"));
-  const auto copy =
-      Platform::IXMLDocument::Parse(by("report_xml.xsl"), "copy").DocumentElement().ChildNodes();
+  const auto document = Platform::IXMLDocument::Parse(by("report_xml.xsl"), "copy");
+  const auto copy = document.DocumentElement().ChildNodes();
   const auto table = std::ranges::find(copy, u"table", &IXMLNode::NodeName);
   ASSERT_NE(table, copy.end());
   const auto rows = (*table).ChildNodes();
@@ -228,7 +228,7 @@ TEST_F(StyleSheets, AnyNameComesThroughInEachForm) {
   for (std::size_t i = 0; i < kNets; i += i < 6 ? 1 : 997) {
     const std::string name = names[i % 6] + std::to_string(i), at = std::to_string(i + 1);
     EXPECT_EQ(json["tables"][0]["rows"][i][0], name);
-    EXPECT_EQ(Platform::ToUtf8(rows[i + 2].ChildNodes()[0].Text()), name);
+    EXPECT_EQ(Platform::ToUtf8(rows[i + 2].ChildNodes()[0].ChildNodes()[0].ChildNodes()[0].Text()), name);
     EXPECT_EQ(page("//tbody/tr[" + at + "]/td[1]"), name);
     const std::string field = i % 6 == 0   ? "\"<&>\"\"'" + std::to_string(i) + "\""
                               : i % 6 == 2 ? "\"" + name + "\""
