@@ -36,7 +36,7 @@ struct Options {
   bool ask = false;
   std::string component;
   std::string into_room, into;
-  std::string file;           // a pick-and-place file, or a report
+  std::string file;  // a pick-and-place file, or a report
   bool as_spread = false;
   std::string first, second;  // components
   bool outside = false;

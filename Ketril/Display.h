@@ -8,6 +8,8 @@
 
 namespace Ketril::Command {
 
+inline constexpr const char* kDisplayHelp = "Show a written report in the terminal";
+
 // Has the tool show the file: its text, or, as a spreadsheet, its values in columns. Raises Failure when the
 // file cannot be read.
 void DisplayFile(const Options& options);

@@ -10,6 +10,8 @@
 
 namespace Ketril::Command {
 
+inline constexpr const char* kReportGroup = "Reports";  // the heading of the help
+
 enum class ReportOn : std::uint8_t { Board, Nets, Placement, Footprint, Library };
 
 // One report that the tools make: `ketril report WORD`, or by the verb that is named after the tool.

@@ -289,16 +289,16 @@ void AddReport(CLI::App* verb, const ReportKind& kind, Options& options) {
 
 void AddReports(CLI::App& app, Options& options) {
   CLI::App* report = app.add_subcommand("report", "Write a report on a board or a footprint library");
-  report->group("Reports");
+  report->group(kReportGroup);
   report->require_subcommand(1);
   for (const ReportKind& kind : ReportKinds()) {
     AddReport(report->add_subcommand(kind.word, kind.help), kind, options);
     CLI::App* verb = app.add_subcommand(kind.verb, std::string("The same as ketril report ") + kind.word);
-    verb->group("Reports");
+    verb->group(kReportGroup);
     AddReport(verb, kind, options);
   }
-  CLI::App* display = app.add_subcommand("display-report-file", "Show a written report");
-  display->group("Reports");
+  CLI::App* display = app.add_subcommand("display-report-file", kDisplayHelp);
+  display->group(kReportGroup);
   display->add_option("FILE", options.file, "A file of text")->required();
   display->add_flag("--spread", options.as_spread,
                     "As a spreadsheet: values that commas, semicolons or tabs part, in columns");
