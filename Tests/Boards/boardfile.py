@@ -48,11 +48,19 @@ class Shape:
         xs, ys = [p[0] for p in points], [p[1] for p in points]
         self.box = (min(xs) - radius, min(ys) - radius, max(xs) + radius, max(ys) + radius)
         ends = points[1:] + points[:1] if filled else points[1:]
-        self.lines = list(zip(points, ends)) or [(points[0], points[0])]
+        self.rows = defaultdict(list)  # its lines, by the millimetres that they go through from top to bottom
+        for line in list(zip(points, ends)) or [(points[0], points[0])]:
+            low, high = sorted((line[0][1], line[1][1]))
+            for row in range(math.floor(low), math.floor(high) + 1):
+                self.rows[row].append(line)
+
+    def lines_near(self, box, reach):
+        rows = range(math.floor(box[1] - reach), math.floor(box[3] + reach) + 1)
+        return {line for row in rows for line in self.rows.get(row, ()) if boxes_near(line, box, reach)}
 
     def holds(self, x, y):
         inside = False
-        for (ax, ay), (bx, by) in self.lines if self.filled else ():
+        for (ax, ay), (bx, by) in self.rows.get(math.floor(y), ()) if self.filled else ():
             if (ay > y) != (by > y) and x < (bx - ax) * (y - ay) / (by - ay) + ax:
                 inside = not inside
         return inside
@@ -64,8 +72,8 @@ class Shape:
         if self.holds(*other.points[0]) or other.holds(*self.points[0]):
             return True
         reach = self.radius + other.radius + 1e-4
-        near = [l for l in self.lines if boxes_near(l, b, reach)]
-        return any(line_distance(l, m) <= reach for m in other.lines if boxes_near(m, a, reach) for l in near)
+        return any(line_distance(l, m) <= reach for m in other.lines_near(a, reach)
+                   for l in self.lines_near((*map(min, *m), *map(max, *m)), reach))
 
 
 def boxes_near(line, box, reach):
