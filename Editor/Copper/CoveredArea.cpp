@@ -16,7 +16,7 @@ namespace Ketril::Editor {
 namespace {
 
 constexpr std::size_t kFewSides = 48;
-constexpr std::size_t kFewVertices = 2000;
+constexpr std::size_t kFewVertices = 1000, kFewItems = 300;
 constexpr double kSmall = 64;  // units; no smaller part is halved
 
 struct Part {
@@ -178,6 +178,44 @@ bool Meet(const Part& a, const Part& b) {
   return a.x1 < b.x2 && b.x1 < a.x2 && a.y1 < b.y2 && b.y1 < a.y2;
 }
 
+Part Together(const Part& a, const Part& b) {
+  return {std::min(a.x1, b.x1), std::min(a.y1, b.y1), std::max(a.x2, b.x2), std::max(a.y2, b.y2)};
+}
+
+Part Common(const Part& a, const Part& b) {
+  return {std::max(a.x1, b.x1), std::max(a.y1, b.y1), std::min(a.x2, b.x2), std::min(a.y2, b.y2)};
+}
+
+// Takes off the list the rings of which each box meets that of another one of them, in a row from the last.
+Items TakeGroup(Items& items) {
+  Items group;
+  const auto move_over = [&](Items::iterator item) {
+    group.push_back(*item);
+    *item = items.back();
+    items.pop_back();
+  };
+  move_over(items.end() - 1);
+  for (std::size_t known = 0; known < group.size(); ++known) {
+    const Part box = group[known].box;
+    for (std::size_t i = items.size(); i-- > 0;)
+      if (Meet(items[i].box, box)) move_over(items.begin() + static_cast<std::ptrdiff_t>(i));
+  }
+  return group;
+}
+
+// Group by group, for many rings of copper lie by themselves.
+double AreaOfFew(Items items, const Part& part) {
+  double area = 0;
+  while (!items.empty()) {
+    const Items group = items.size() <= kFewItems ? TakeGroup(items) : std::exchange(items, {});
+    Part box = group[0].box;
+    for (const Item& item : group) box = Together(box, item.box);
+    box = Common(box, part);
+    area += AreaOfSides(SidesWithin(group, box), box);
+  }
+  return area;
+}
+
 // Rings are dealt out whole as long as they are small against the part.
 double AreaOfItems(Items items, const Part& part) {
   std::size_t vertices = 0, most = 0;
@@ -193,7 +231,7 @@ double AreaOfItems(Items items, const Part& part) {
   std::pair<Items, Items> lists;
   std::pair<Part, Part> halves;
   if (vertices <= kFewVertices || 2 * most > vertices || !Halve(items, part, deal, lists, halves))
-    return AreaOfSides(SidesWithin(items, part), part);
+    return AreaOfFew(std::move(items), part);
   Items().swap(items);
   return AreaOfItems(std::move(lists.first), halves.first) +
          AreaOfItems(std::move(lists.second), halves.second);
@@ -206,21 +244,16 @@ double CoveredArea(const std::vector<Ring>& rings, const std::vector<Ring>& less
   const Part nowhere{kFar, kFar, -kFar, -kFar};
   Part whole = nowhere;
   Items items;
-  const auto grow = [](Part& box, double x, double y) {
-    box = {std::min(box.x1, x), std::min(box.y1, y), std::max(box.x2, x), std::max(box.y2, y)};
-  };
   const auto add = [&](const std::vector<Ring>& list, bool is_less) {
     for (const Ring& ring : list) {
       Part box = nowhere;
-      for (const TCoordPoint& point : ring.points) grow(box, point.x, point.y);
+      for (const TCoordPoint& at : ring.points)
+        box = Together(box, {double(at.x), double(at.y), double(at.x), double(at.y)});
       if (box.x1 < box.x2 && box.y1 < box.y2) items.push_back({&ring, box, is_less});
     }
   };
   add(rings, false);
-  for (const Item& item : items) {
-    grow(whole, item.box.x1, item.box.y1);
-    grow(whole, item.box.x2, item.box.y2);
-  }
+  for (const Item& item : items) whole = Together(whole, item.box);
   if (items.empty()) return 0;
   add(less, true);
   return AreaOfItems(std::move(items), whole);
