@@ -50,6 +50,9 @@ using Items = std::vector<Item>;
 // Adds what of the side bears on the part: what is left of it is put onto its left border, where it winds
 // about the same places; what is right of it winds about none.
 void AddWithin(Sides& sides, Side side, const Part& part) {
+  const auto [left, right] = std::minmax(side.x1, side.x2);
+  if (left >= part.x1 && right < part.x2 && side.y1 >= part.y1 && side.y2 <= part.y2)
+    return sides.push_back(side);
   if (side.y2 <= part.y1 || side.y1 >= part.y2 || std::min(side.x1, side.x2) >= part.x2) return;
   if (side.y1 < part.y1) side = {side.At(part.y1), part.y1, side.x2, side.y2, side.up, side.less};
   if (side.y2 > part.y2) side = {side.x1, side.y1, side.At(part.y2), part.y2, side.up, side.less};
@@ -66,18 +69,17 @@ void AddWithin(Sides& sides, Side side, const Part& part) {
   sides.push_back(side);
 }
 
-// The heights of all ends and crossings, in order.
+// The heights of all ends and crossings, in order; the sides are in the order of their lower ends.
 std::vector<double> Heights(const Sides& sides) {
   std::vector<double> heights;
   for (std::size_t i = 0; i < sides.size(); ++i) {
     const Side& a = sides[i];
     heights.insert(heights.end(), {a.y1, a.y2});
-    for (std::size_t j = 0; j < i; ++j) {
+    for (std::size_t j = i + 1; j < sides.size() && sides[j].y1 < a.y2; ++j) {
       const Side& b = sides[j];
-      const double low = std::max(a.y1, b.y1), high = std::min(a.y2, b.y2);
-      if (low >= high || std::max(a.x1, a.x2) < std::min(b.x1, b.x2) ||
-          std::max(b.x1, b.x2) < std::min(a.x1, a.x2))
+      if (std::max(a.x1, a.x2) < std::min(b.x1, b.x2) || std::max(b.x1, b.x2) < std::min(a.x1, a.x2))
         continue;
+      const double low = b.y1, high = std::min(a.y2, b.y2);
       const double before = a.At(low) - b.At(low), after = a.At(high) - b.At(high);
       if ((before < 0 && after > 0) || (before > 0 && after < 0))
         heights.push_back(low + (high - low) * (before / (before - after)));
@@ -105,27 +107,27 @@ void MergeEqual(Sides& sides) {
 
 double AreaByBands(Sides& sides, const Part& part) {
   if (sides.size() > kFewSides) MergeEqual(sides);
+  std::ranges::sort(sides, {}, &Side::y1);
   const std::vector<double> heights = Heights(sides);
   struct Crossing {
+    const Side* side;
     double x;
-    int up;
-    bool less;
   };
-  std::vector<Crossing> crossings;
+  std::vector<Crossing> crossings;  // of the band
   double area = 0;
+  auto next = sides.begin();
   for (std::size_t band = 0; band + 1 < heights.size(); ++band) {
     const double low = heights[band], high = heights[band + 1], middle = low + (high - low) / 2;
-    crossings.clear();
-    for (const Side& side : sides) {
-      if (side.y1 <= low && side.y2 >= high) crossings.push_back({side.At(middle), side.up, side.less});
-    }
+    std::erase_if(crossings, [&](const Crossing& crossing) { return crossing.side->y2 <= low; });
+    for (; next != sides.end() && next->y1 <= low; ++next) crossings.push_back({&*next, 0});
+    for (Crossing& crossing : crossings) crossing.x = crossing.side->At(middle);
     std::ranges::sort(crossings, {}, &Crossing::x);
     int wound = 0, less = 0;
     double width = 0;
     for (std::size_t i = 0; i < crossings.size(); ++i) {
-      (crossings[i].less ? less : wound) += crossings[i].up;
-      const double next = i + 1 < crossings.size() ? crossings[i + 1].x : part.x2;
-      if (wound != 0 && less == 0) width += next - crossings[i].x;
+      (crossings[i].side->less ? less : wound) += crossings[i].side->up;
+      const double end = i + 1 < crossings.size() ? crossings[i + 1].x : part.x2;
+      if (wound != 0 && less == 0) width += end - crossings[i].x;
     }
     area += width * (high - low);
   }
