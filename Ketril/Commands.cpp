@@ -21,6 +21,7 @@
 #include "Editor/Selection/Selection.h"
 #include "Editor/Vias/ViaUnions.h"
 #include "Ketril/Answers.h"
+#include "Ketril/Display.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Info.h"
 #include "Ketril/Interrupts.h"
@@ -243,24 +244,22 @@ void Report(const Options& options, const ToolVerb& verb, Board& board, const st
 }  // namespace
 
 void ListTools(const Options& options) {
-  if (options.json) {
-    ordered_json tools = ordered_json::array();
-    for (const ToolVerb& verb : ToolVerbs()) {
-      tools.push_back(
-          {{"verb", verb.verb}, {"export", verb.export_name}, {"group", verb.group}, {"help", verb.help}});
-    }
-    for (const ReportKind& kind : ReportKinds()) {
-      tools.push_back({{"verb", std::string("report ") + kind.word},
-                       {"export", kind.export_name},
-                       {"group", "Reports"},
-                       {"help", kind.help}});
-    }
-    std::cout << tools.dump(2) << "\n";
-    return;
-  }
-  for (const ToolVerb& verb : ToolVerbs()) std::cout << verb.verb << "\n    " << verb.help << "\n";
+  struct Listed {
+    std::string verb;
+    const char *export_name, *group, *help;
+  };
+  std::vector<Listed> tools;
+  for (const ToolVerb& tool : ToolVerbs())
+    tools.push_back({tool.verb, tool.export_name, tool.group, tool.help});
   for (const ReportKind& kind : ReportKinds())
-    std::cout << "report " << kind.word << "\n    " << kind.help << "\n";
+    tools.push_back({std::string("report ") + kind.word, kind.export_name, kReportGroup, kind.help});
+  tools.push_back({"display-report-file", "Tools_DisplayReportFile", kReportGroup, kDisplayHelp});
+  ordered_json list = ordered_json::array();
+  for (const auto& [verb, export_name, group, help] : tools) {
+    list.push_back({{"verb", verb}, {"export", export_name}, {"group", group}, {"help", help}});
+    if (!options.json) std::cout << verb << "\n    " << help << "\n";
+  }
+  if (options.json) std::cout << list.dump(2) << "\n";
 }
 
 void ListObjects(const Options& options) {

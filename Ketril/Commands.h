@@ -36,7 +36,8 @@ struct Options {
   bool ask = false;
   std::string component;
   std::string into_room, into;
-  std::string file;           // a pick-and-place file
+  std::string file;  // a pick-and-place file, or a report
+  bool as_spread = false;
   std::string first, second;  // components
   bool outside = false;
   std::string grid, clearance;         // lengths; the grid may be two

@@ -1,4 +1,4 @@
-// The footprints of a board as a library of footprints, for the tools that report on one.
+// Footprints for the tools that report on a library: those of a board, or of a library's folder.
 #pragma once
 
 #include <string>
@@ -8,13 +8,20 @@
 
 namespace Ketril::Command {
 
-// One component for each footprint that the board's components have, in the order in which they come; the
-// current one is that of the component of that designator. Raises Failure when there is no such component; an
-// empty designator leaves none current.
-Ref<Editor::Library> FootprintsOf(const Editor::Board& board, const std::string& designator);
+struct Footprints {
+  Ref<Editor::Library> library;
+  Ref<Editor::Board> editing;  // holds copies of what the current component consists of
+};
 
-// A board that holds copies of what the component consists of, as it lies on its board; nothing without a
-// designator. It has the layers, the unit and the name of its board.
-Ref<Editor::Board> FootprintBoard(const Editor::Board& board, const std::string& designator);
+// One component for each footprint that the board's components have, in the order in which they come; the
+// current one is that of the component of that designator, as it lies there. The editing board has the
+// layers, the unit and the name of the board. An empty designator leaves none current. Raises Failure when
+// there is no such component.
+Footprints FootprintsOf(const Editor::Board& board, const std::string& designator);
+
+// Those of a folder of footprint files, or of one such file; the current one is that of the name, of a file
+// the only one. Raises Failure when a file cannot be read, or there is no such footprint.
+Footprints FootprintsIn(const std::string& path, const std::string& name);
+bool IsFootprintPath(const std::string& path);  // a folder, or a file that ends in .kicad_mod
 
 }  // namespace Ketril::Command

@@ -97,31 +97,80 @@ std::optional<fs::file_time_type> TimeOf(const fs::path& file) {
   return error ? std::nullopt : std::optional(time);
 }
 
-// On the board's footprints as a library.
+// On the board's footprints as a library, or on a library's folder.
 void CallLibraryReport(const ReportKind& kind, const Options& options, const ToolsLibrary& library,
                        Board& board, IReportOutputOptions*, const std::u16string& name) {
   using Tool = void(IPCB_Board*, const std::u16string&, IPCB_Library*);
-  const Ref<Board> footprint = FootprintBoard(board, options.component);
-  library.Find<Tool>(kind.export_name)(footprint.Get(), fs::path(name).replace_extension("txt").u16string(),
-                                       FootprintsOf(board, options.component).Get());
+  const bool is_component = kind.what == ReportOn::Footprint;
+  if (is_component && options.component.empty() && !options.board.ends_with(".kicad_mod"))
+    throw Failure(kExit_Usage, "--component tells whose footprint is reported on");
+  const Footprints footprints = IsFootprintPath(options.board)
+                                    ? FootprintsIn(options.board, options.component)
+                                    : FootprintsOf(board, options.component);
+  footprints.editing->setup.display_unit = board.setup.display_unit;
+  library.Find<Tool>(kind.export_name)(footprints.editing.Get(),
+                                       fs::path(name).replace_extension("txt").u16string(),
+                                       footprints.library.Get());
 }
 
 constexpr std::array kKinds{
     ReportKind{
-        "board", "Tools_ReportSpecs",
+        "board", "report-specs", "Tools_ReportSpecs",
         "What is on the board, how far it is routed, copper by layer, holes and other sizes with their "
         "counts; -D RoutingInfo=True and the like for some of it",
-        "html,csv,json,xml"},
-    ReportKind{"nets", "Tools_ReportNetlistStatus", "The nets, with their routed lengths",
-               "html,csv,json,xml"},
-    ReportKind{"placement", "Tools_ReportPickNPlace", "The pick-and-place file: where each component goes",
-               "csv,txt"},
-    ReportKind{"component", "Tools_CreateReportForComponent",
-               "The footprint of a component: its size, its objects by layer", "txt"},
-    ReportKind{"library", "Tools_CreateReportForLibrary", "The footprints of the board, by name", "txt"},
+        "html,csv,json,xml", ReportOn::Board},
+    ReportKind{"nets", "report-netlist-status", "Tools_ReportNetlistStatus",
+               "The nets, with their routed lengths", "html,csv,json,xml", ReportOn::Nets},
+    ReportKind{"placement", "report-pick-n-place", "Tools_ReportPickNPlace",
+               "The pick-and-place file: where each component goes", "csv,txt", ReportOn::Placement},
+    ReportKind{"component", "create-report-for-component", "Tools_CreateReportForComponent",
+               "A footprint of a board, or of a folder of .kicad_mod files: its size, its objects by layer",
+               "txt", ReportOn::Footprint},
+    ReportKind{"library", "create-report-for-library", "Tools_CreateReportForLibrary",
+               "The footprints of a board, or of a folder of .kicad_mod files, by name", "txt",
+               ReportOn::Library},
 };
-constexpr std::array<Caller, kKinds.size()> kCallers{CallBoardReport, CallNetReport, CallPlacement,
-                                                     CallLibraryReport, CallLibraryReport};
+
+Caller CallerOf(ReportOn what) {
+  switch (what) {
+    case ReportOn::Board:
+      return CallBoardReport;
+    case ReportOn::Nets:
+      return CallNetReport;
+    case ReportOn::Placement:
+      return CallPlacement;
+    case ReportOn::Footprint:
+    case ReportOn::Library:
+      break;
+  }
+  return CallLibraryReport;
+}
+
+// The board that is reported on; an empty one for a library's folder.
+Ref<Board> OpenFor(const ReportKind& kind, const Options& options) {
+  const Ref<Board> board =
+      kind.TakesFolder() && IsFootprintPath(options.board) ? Editor::MakeHost<Board>() : Open(options.board);
+  board->setup.display_unit = options.unit == Editor::LengthUnit::Millimetre ? eMetric : eImperial;
+  board->file.path = fs::absolute(options.board).string();  // as it stands in the report
+  return board;
+}
+
+// Files of a report and when they were written last.
+class WrittenFiles {
+ public:
+  void Expect(const fs::path& file) { files_.emplace_back(file, TimeOf(file)); }
+  // Names them; raises Failure when one was not written since.
+  void Tell() const {
+    for (const auto& [file, before] : files_) {
+      const auto now = TimeOf(file);
+      if (!now || now == before) throw Failure(kExit_Failed, file.string() + " was not written");
+      std::cout << "report: written to " << file.string() << "\n";
+    }
+  }
+
+ private:
+  std::vector<std::pair<fs::path, std::optional<fs::file_time_type>>> files_;
+};
 
 }  // namespace
 
@@ -156,33 +205,28 @@ fs::path InstallationFolder() {
 void Report(const ReportKind& kind, const Options& given) {
   Options options = given;
   if (options.formats.empty()) options.formats = {kind.Formats().front()};
-  const std::vector<std::string>& formats = options.formats;
   const fs::path folder = Folder(options);
   Answers answers(options.yes, isatty(STDIN_FILENO) ? &std::cin : nullptr, std::cerr);
   if (!options.answers.empty()) answers.ReadFile(options.answers);
   const ToolsLibrary library;
-  const Ref<Board> board = Open(options.board);
-  board->setup.display_unit = options.unit == Editor::LengthUnit::Millimetre ? eMetric : eImperial;
-  board->file.path = fs::absolute(options.board).string();  // as it stands in the report
-  const Session session(answers, board.Get());
+  const Ref<Board> board = OpenFor(kind, options);
+  const Session session(answers, board.Get(), false);
   if (!options.select.empty()) {
     if (ParseSelection(options.select, options.unit).Apply(*board) == 0)
       std::cerr << "ketril: no object matches --select " << options.select << "\n";
   }
   Editor::RefreshConnections(*board);
 
-  const std::string stem = fs::path(options.board).stem().string();
+  const std::string stem = fs::path(board->file.path).lexically_normal().replace_extension().stem().string();
   const fs::path name = folder / (stem + "-" + kind.word + ".report");
   const auto forms = Editor::MakeHost<Editor::ReportForms>(Platform::ToUtf16(kind.word));
-  std::vector<std::pair<fs::path, std::optional<fs::file_time_type>>> files;
-  for (const std::string& format : formats) {
+  WrittenFiles files;
+  for (const std::string& format : options.formats) {
     forms->Add({Platform::ToUtf16(format), StyleSheet(format)});
-    const fs::path file = fs::path(name).replace_extension(format);
-    files.emplace_back(file, TimeOf(file));
+    files.Expect(fs::path(name).replace_extension(format));
   }
   try {
-    kCallers[static_cast<std::size_t>(&kind - kKinds.data())](kind, options, library, *board, forms.Get(),
-                                                              Platform::ToUtf16(name.string()));
+    CallerOf(kind.what)(kind, options, library, *board, forms.Get(), Platform::ToUtf16(name.string()));
   } catch (const Failure&) {
     throw;
   } catch (const std::exception& error) {
@@ -191,12 +235,8 @@ void Report(const ReportKind& kind, const Options& given) {
   if (!answers.Unanswered().empty())
     throw Failure(kExit_Failed, "nobody answered \"" + answers.Unanswered().front() +
                                     "\": taken as a cancel; see -D, -y and --answers");
-  for (const auto& [file, before] : files) {
-    const auto now = TimeOf(file);
-    if (!now || now == before) throw Failure(kExit_Failed, file.string() + " was not written");
-    std::cout << "report: written to " << file.string() << "\n";
-  }
-  if (std::ranges::find(formats, "html") == formats.end()) return;
+  files.Tell();
+  if (std::ranges::find(options.formats, "html") == options.formats.end()) return;
   Editor::PictureOptions look;
   look.fills_window = true;
   WriteOut((folder / (stem + ".svg")).string(), Editor::DrawSvg(*board, look));

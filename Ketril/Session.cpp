@@ -48,7 +48,11 @@ void ListenToPlacement(Editor::ClientSetup& setup, PlacementLog& log) {
   setup.messages.show = [&log] { log.failed = false; };
 }
 
-Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files_stay,
+void TellWritten(const std::filesystem::path& file) {
+  std::fprintf(stderr, "written: %s\n", file.string().c_str());
+}
+
+Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, FileDisplay show,
                               std::optional<std::int32_t> shove_passes, PlacementLog& log) {
   Editor::ClientSetup setup;
   setup.shove_passes = shove_passes;
@@ -74,9 +78,7 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
   setup.legacy_teardrop_dialog = [&answers](TTearDropOptions& options) {
     return answers.LegacyTeardropDialog(options);
   };
-  setup.open_document = [files_stay](const std::filesystem::path& file) {
-    if (files_stay) std::fprintf(stderr, "written: %s\n", file.string().c_str());
-  };
+  setup.open_document = std::move(show);
   setup.current_board = board;
   if (board) setup.current_view = board->view;
   setup.installation_folder = InstallationFolder();
@@ -128,8 +130,12 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, bool files
 }  // namespace
 
 Session::Session(Answers& answers, Editor::Board* board, bool files_stay,
-                 std::optional<std::int32_t> shove_passes)
-    : installation_(NewClient(answers, board, files_stay, shove_passes, placement_)) {
+                 std::optional<std::int32_t> shove_passes, FileDisplay show)
+    : installation_(NewClient(answers, board,
+                              show         ? std::move(show)
+                              : files_stay ? TellWritten
+                                           : FileDisplay(),
+                              shove_passes, placement_)) {
   Platform::SetDialogProvider(
       [&answers](const std::u16string& text, Platform::TDialogKind kind, Platform::TDialogButtons buttons) {
         return answers.Answer(text, kind, buttons);

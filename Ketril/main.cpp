@@ -4,6 +4,7 @@
 #include <map>
 
 #include "Ketril/Commands.h"
+#include "Ketril/Display.h"
 #include "Ketril/Exit.h"
 #include "Ketril/Reports.h"
 
@@ -280,28 +281,46 @@ void AddBoardReportOptions(CLI::App& verb, Options& options) {
   verb.add_option("--answers", options.answers, "Answers to questions, a line each")->type_name("FILE");
 }
 
+void AddReport(CLI::App* verb, const ReportKind& kind, Options& options) {
+  if (kind.TakesFolder()) {
+    verb->add_option("BOARD", options.board,
+                     "Board file (.kicad_pcb), a folder of footprints, or one (.kicad_mod)")
+        ->required();
+  } else {
+    AddBoard(*verb, options);
+  }
+  verb->add_option("--format", options.formats, "One or several with commas between")
+      ->delimiter(',')
+      ->check(CLI::IsMember(kind.Formats()))
+      ->type_name("FORMATS");
+  verb->add_option("--report-dir", options.report_dir, "Where it goes; without it beside the board")
+      ->type_name("DIR");
+  if (kind.what == ReportOn::Board) AddBoardReportOptions(*verb, options);
+  if (kind.what == ReportOn::Footprint) {
+    verb->add_option("--component", options.component,
+                     "Whose footprint: a component by its designator, of a folder a footprint by its name")
+        ->type_name("NAME");
+  }
+  AddUnits(*verb, options);
+  verb->callback([&kind, &options] { Report(kind, options); });
+}
+
 void AddReports(CLI::App& app, Options& options) {
-  CLI::App* report = app.add_subcommand("report", "Write a report on a board");
-  report->group("Reports");
+  CLI::App* report = app.add_subcommand("report", "Write a report on a board or a footprint library");
+  report->group(kReportGroup);
   report->require_subcommand(1);
   for (const ReportKind& kind : ReportKinds()) {
-    CLI::App* verb = report->add_subcommand(kind.word, kind.help);
-    AddBoard(*verb, options);
-    verb->add_option("--format", options.formats, "One or several with commas between")
-        ->delimiter(',')
-        ->check(CLI::IsMember(kind.Formats()))
-        ->type_name("FORMATS");
-    verb->add_option("--report-dir", options.report_dir, "Where it goes; without it beside the board")
-        ->type_name("DIR");
-    if (kind.export_name == std::string_view("Tools_ReportSpecs")) AddBoardReportOptions(*verb, options);
-    if (kind.export_name == std::string_view("Tools_CreateReportForComponent")) {
-      verb->add_option("--component", options.component, "Whose footprint, by its designator")
-          ->required()
-          ->type_name("NAME");
-    }
-    AddUnits(*verb, options);
-    verb->callback([&kind, &options] { Report(kind, options); });
+    AddReport(report->add_subcommand(kind.word, kind.help), kind, options);
+    CLI::App* verb = app.add_subcommand(kind.verb, std::string("The same as ketril report ") + kind.word);
+    verb->group(kReportGroup);
+    AddReport(verb, kind, options);
   }
+  CLI::App* display = app.add_subcommand("display-report-file", kDisplayHelp);
+  display->group(kReportGroup);
+  display->add_option("FILE", options.file, "A file of text")->required();
+  display->add_flag("--spread", options.as_spread,
+                    "As a spreadsheet: values that commas, semicolons or tabs part, in columns");
+  display->callback([&options] { DisplayFile(options); });
 }
 
 int Main(int argc, char** argv) {

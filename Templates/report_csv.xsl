@@ -78,7 +78,12 @@
         <xsl:if test="$column = last()"><xsl:value-of select="$eol"/></xsl:if>
       </xsl:if>
     </xsl:for-each>
-    <xsl:for-each select="$rows">
+    <xsl:apply-templates select="$rows" mode="line"/>
+  </xsl:template>
+
+  <!-- Elements, which a text leaves out, keep it in short pieces: one long piece takes ever longer to grow. -->
+  <xsl:template match="row" mode="line">
+    <row>
       <xsl:for-each select="cell">
         <xsl:if test="position() &gt; 1">,</xsl:if>
         <xsl:call-template name="field">
@@ -86,7 +91,7 @@
         </xsl:call-template>
       </xsl:for-each>
       <xsl:value-of select="$eol"/>
-    </xsl:for-each>
+    </row>
   </xsl:template>
 
   <!-- Quoted where it has to be, with quotes doubled. -->

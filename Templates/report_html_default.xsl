@@ -82,7 +82,9 @@
   </xsl:template>
 
   <xsl:template match="section">
-    <div class="section" id="{generate-id()}">
+    <div id="{generate-id()}">
+      <!-- Many small tables stand side by side. -->
+      <xsl:attribute name="class">section<xsl:if test="count(table) &gt; 4"> many</xsl:if></xsl:attribute>
       <h2><a class="anchor" href="#{generate-id()}"><xsl:value-of select="title"/></a></h2>
       <xsl:variable name="content" select="*[not(self::title)]"/>
       <xsl:apply-templates select="$content"/>
@@ -149,7 +151,7 @@
           </xsl:if>
         </thead>
         <tbody>
-          <xsl:apply-templates select="row"/>
+          <xsl:apply-templates select="row"><xsl:with-param name="leaves" select="$leaves"/></xsl:apply-templates>
           <xsl:if test="not(row or tr)">
             <tr class="none"><td colspan="{count($leaves) + not($leaves)}">None</td></tr>
           </xsl:if>
@@ -178,7 +180,7 @@
           </xsl:if>
           <xsl:attribute name="class">
             <xsl:text>sorts</xsl:text>
-            <xsl:if test="@data_type = 'number' or count($first/*) = 1 and $first/coordinate"> num</xsl:if>
+            <xsl:if test="@data_type = 'number' or count($first/*) = 1 and $first/coordinate or number($first) = number($first)"> num</xsl:if>
           </xsl:attribute>
         </xsl:otherwise>
       </xsl:choose>
@@ -209,17 +211,19 @@
     </tfoot>
   </xsl:template>
 
+  <!-- The columns are handed on: to look for them among the table's rows takes long where there are many. -->
   <xsl:template match="row">
+    <xsl:param name="leaves"/>
     <tr>
       <xsl:call-template name="given-style"/>
-      <xsl:apply-templates select="cell"/>
+      <xsl:apply-templates select="cell"><xsl:with-param name="leaves" select="$leaves"/></xsl:apply-templates>
     </tr>
   </xsl:template>
 
   <xsl:template match="cell">
+    <xsl:param name="leaves"/>
     <xsl:variable name="column" select="position()"/>
-    <xsl:variable name="is-number"
-                  select="key('leaves', generate-id(../../columns))[$column]/@data_type = 'number'"/>
+    <xsl:variable name="is-number" select="$leaves[$column]/@data_type = 'number'"/>
     <xsl:variable name="is-length" select="count(*) = 1 and coordinate"/>
     <xsl:variable name="percent" select="substring-before(., '%')"/>
     <xsl:variable name="is-part" select="substring-after(., '%') = '' and number($percent) = number($percent)
@@ -227,7 +231,7 @@
     <td>
       <xsl:call-template name="given-style">
         <xsl:with-param name="class">
-          <xsl:if test="$is-number or $is-length or $is-part">num</xsl:if>
+          <xsl:if test="$is-number or $is-length or $is-part or $leaves and number(.) = number(.)">num</xsl:if>
           <xsl:if test="$is-number and normalize-space(.) = '0'"> zero</xsl:if>
         </xsl:with-param>
       </xsl:call-template>

@@ -40,6 +40,11 @@ scroll-margin-top:4rem}
 .contents .empty a{color:var(--soft);text-decoration:none}
 .table{overflow-x:auto;margin:0 0 1rem;scroll-margin-top:4rem}
 .table:last-child{margin-bottom:0}
+.many{columns:23rem;column-gap:2.5rem}
+.many h2{column-span:all}
+.many .table{break-inside:avoid;margin:0;padding-bottom:1.2rem}
+.many table{width:100%;min-width:0}
+.js .many th.sorts{white-space:normal}
 table{border-collapse:collapse;min-width:22rem;font-variant-numeric:tabular-nums}
 caption{text-align:left;font-weight:600;padding:.2rem 0 .4rem}
 th,td{padding:.3rem .8rem;border-bottom:1px solid var(--line);text-align:left;vertical-align:baseline}
@@ -70,7 +75,8 @@ hr{border:0;border-top:1px solid var(--line)}
 @media print{:root,:root:not([data-theme=light]),:root[data-theme=dark]{color-scheme:light;--page:#fff;--card:#fff;--ink:#000;
 --soft:#444;--line:#bbb;--head:#eee;--accent:#000;--part:#777;--bad:#000;--badback:#fff}
 body{font-size:10pt}.bar{display:none}.page{max-width:none;padding:0}.section{border:0;padding:0;margin-bottom:6mm}
-a{text-decoration:none}.table{overflow:visible}tr,.contents>li{break-inside:avoid}h2,caption{break-after:avoid}
+a{text-decoration:none}.table{overflow:visible}table{font-size:8.5pt}thead th{font-size:8pt}
+th,td{padding:.15rem .35rem}.many{columns:17rem}.many .table{padding-bottom:.8rem}.js th.sorts{white-space:normal}tr,.contents>li{break-inside:avoid}h2,caption{break-after:avoid}
 thead{display:table-header-group}tfoot{display:table-row-group}.js th.sorts::after{content:""}
 thead th,.part,.part span{-webkit-print-color-adjust:exact;print-color-adjust:exact}}
 ]]></xsl:text></style>

@@ -68,19 +68,26 @@
       </xsl:call-template>
     </xsl:for-each>
     <xsl:text>],&#10;   "rows": [</xsl:text>
-    <xsl:for-each select="row">
+    <xsl:variable name="leaves" select="key('leaves', generate-id(columns))"/>
+    <xsl:apply-templates select="row" mode="values"><xsl:with-param name="leaves" select="$leaves"/></xsl:apply-templates>
+    <xsl:text>]}</xsl:text>
+  </xsl:template>
+
+  <!-- Elements, which a text leaves out, keep it in short pieces: one long piece takes ever longer to grow. -->
+  <xsl:template match="row" mode="values">
+    <xsl:param name="leaves"/>
+    <row>
       <xsl:if test="position() &gt; 1">,</xsl:if>
       <xsl:text>&#10;    [</xsl:text>
       <xsl:for-each select="cell">
         <xsl:if test="position() &gt; 1">, </xsl:if>
         <xsl:variable name="column" select="position()"/>
         <xsl:apply-templates select="." mode="value">
-          <xsl:with-param name="type" select="key('leaves', generate-id(../../columns))[$column]/@data_type"/>
+          <xsl:with-param name="type" select="$leaves[$column]/@data_type"/>
         </xsl:apply-templates>
       </xsl:for-each>
       <xsl:text>]</xsl:text>
-    </xsl:for-each>
-    <xsl:text>]}</xsl:text>
+    </row>
   </xsl:template>
 
   <xsl:template match="cell" mode="value">

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <iterator>
 
-#include "Editor/Copper/Clipping.h"
+#include "Editor/Copper/CoveredArea.h"
 #include "Editor/Copper/Outline.h"
 
 namespace Ketril::Editor {
@@ -38,7 +38,7 @@ double CopperArea(const Board& board, TV7_Layer layer) {
   };
   board.objects.ForEach(kKinds, [&](const Primitive& object) { add(copper, FormsOf(object, layer)); });
   for (const Form& hole : HolesOn(board, layer)) add(holes, {hole});
-  return AreaOf(Difference(copper, holes));
+  return CoveredArea(copper, holes);
 }
 
 double BoardArea(const Board& board) {

@@ -1,12 +1,8 @@
 #include "Editor/Files/BoardFile.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <memory>
-
 #include "Editor/Files/BoardPass.h"
 #include "Editor/Files/CompanionFiles.h"
+#include "Editor/Files/FileText.h"
 #include "Editor/Rules/ClassRules.h"
 #include "Editor/Vias/UnusedCopper.h"
 #include "Platform/TempFiles.h"
@@ -65,25 +61,6 @@ std::string EmptyBoardText(Board& board) {
   return text + "\n)\n";
 }
 
-[[noreturn]] void FailReading(const std::string& file, const std::string& reason) {
-  throw FileError(file, 0, 0, "the file cannot be read: " + reason, "");
-}
-
-std::string ReadText(const std::filesystem::path& path) {
-  const std::string name = path.string();
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) FailReading(name, "it is a folder");
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"), &std::fclose);
-  if (!file) FailReading(name, std::strerror(errno));
-  std::string text;
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  if (!error) text.reserve(size + 1);
-  char block[1 << 16];
-  while (const std::size_t count = std::fread(block, 1, sizeof block, file.get())) text.append(block, count);
-  if (std::ferror(file.get())) FailReading(name, std::strerror(errno));
-  return text;
-}
-
 }  // namespace
 
 Ref<Board> ReadBoardText(std::string text, const std::string& path, FileWarnings* warnings) {
@@ -99,12 +76,12 @@ Ref<Board> ReadBoardText(std::string text, const std::string& path, FileWarnings
 Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) {
   FileWarnings unheard;
   FileWarnings& heard = warnings ? *warnings : unheard;
-  Ref<Board> board = ReadBoardText(ReadText(path), path.string(), &heard);
+  Ref<Board> board = ReadBoardText(ReadFileText(path), path.string(), &heard);
   std::error_code error;
   const std::filesystem::path project = ProjectPath(path), extras = ExtrasPath(path);
   if (FileVersion(board->file.version).QuotesAll() && std::filesystem::exists(project, error)) {
     try {
-      ReadProject(*board, ReadText(project));
+      ReadProject(*board, ReadFileText(project));
     } catch (const std::exception& failure) {
       heard.push_back(project.string() + ": it is passed over: " + failure.what());
     }
@@ -112,7 +89,7 @@ Ref<Board> ReadBoard(const std::filesystem::path& path, FileWarnings* warnings) 
   // A save writes this one, so that nothing in it may be passed over.
   if (std::filesystem::exists(extras, error)) {
     try {
-      ReadExtras(*board, ReadText(extras));
+      ReadExtras(*board, ReadFileText(extras));
     } catch (const FileError&) {
       throw;
     } catch (const std::exception& failure) {

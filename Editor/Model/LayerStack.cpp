@@ -1,6 +1,7 @@
 #include "Editor/Model/LayerStack.h"
 
 #include "Editor/Model/Board.h"
+#include "Platform/Text.h"
 
 namespace Ketril::Editor {
 
@@ -10,10 +11,16 @@ class LayerObject final : public HostObject<IPCB_LayerObject> {
  public:
   LayerObject(Board& board, TV7_Layer id) : board_(&board), id_(id) {}
   KETRIL_HOST_READ(IPCB_LayerObject, TV7_Layer, LayerId, id_)
-  KETRIL_HOST_PAIR(IPCB_LayerObject, std::u16string, Name, Entry().user_name,
+  KETRIL_HOST_PAIR(IPCB_LayerObject, std::u16string, Name, NameFor(Entry()),
                    board_->Write([&] { Entry().user_name = value; }))
 
  private:
+  // A mechanical layer of ours may be any of the file's layers: those go by the name in the file when the
+  // user gave none.
+  static std::u16string NameFor(const BoardLayer& layer) {
+    return layer.user_name.empty() && !IsCopper(layer.id) ? Platform::ToUtf16(layer.file_name)
+                                                          : layer.user_name;
+  }
   // Found anew each time: the board's list may have been replaced. Raises when the layer went.
   BoardLayer& Entry() const {
     const BoardLayer* layer = board_->FindLayer(id_);

@@ -68,20 +68,25 @@ std::vector<TNet*> TBoard::GetSortedNetList() const {
 
 std::vector<TComp*> TBoard::GetSpatialSortedComponents() const {
   std::vector<TComp*> components;
-  WalkHost(IBoard(), {eComponentObject}, nullptr, eProcessAll,
-           [&](const Ref<IPCB_Primitive>& object) { components.push_back(TComp::Create(object)); });
+  // Read once: the walk below looks at each of them once for every component.
+  std::vector<TCoordPoint> places;
+  WalkHost(IBoard(), {eComponentObject}, nullptr, eProcessAll, [&](const Ref<IPCB_Primitive>& object) {
+    components.push_back(TComp::Create(object));
+    places.push_back(ReferencePoint(components.back()));
+  });
   TCoordPoint previous;
   for (std::size_t i = 0; i < components.size(); ++i) {
     std::size_t nearest = i;
-    TCoord best = TPointUtils::Manhattan(previous, ReferencePoint(components[i]));
+    TCoord best = TPointUtils::Manhattan(previous, places[i]);
     for (std::size_t j = i + 1; j < components.size(); ++j) {
-      const TCoord distance = TPointUtils::Manhattan(previous, ReferencePoint(components[j]));
+      const TCoord distance = TPointUtils::Manhattan(previous, places[j]);
       if (distance >= best) continue;
       best = distance;
       nearest = j;
     }
     std::swap(components[i], components[nearest]);
-    previous = ReferencePoint(components[i]);
+    std::swap(places[i], places[nearest]);
+    previous = places[i];
   }
   return components;
 }

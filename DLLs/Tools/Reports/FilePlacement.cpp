@@ -4,6 +4,7 @@
 #include <iterator>
 #include <system_error>
 
+#include "DLLs/Tools/Frame/Exceptions.h"
 #include "DLLs/Tools/Frame/HostLink.h"
 #include "DLLs/Tools/Reports/ReportClient.h"
 #include "Platform/Dialogs.h"
@@ -46,10 +47,12 @@ Ref<IServerDocument> OpenDocumentOf(const fs::path& file) {
 bool Move(const fs::path& temporary, const fs::path& target) {
   try {
     std::ifstream file(temporary, std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    if (!file.is_open() || file.bad()) return false;
     Platform::TReplacementFile replacement(target);
-    replacement.Write(std::string(std::istreambuf_iterator<char>(file), {}));
+    replacement.Write(text);
     replacement.Commit();
-    return !file.bad();
+    return true;
   } catch (const fs::filesystem_error&) {
     return false;
   }
@@ -106,8 +109,9 @@ void PlaceText(std::string_view text, const fs::path& target) {
   file.close();
   if (!file) {
     Remove(*temporary);
-    ShowError(u"The report could not be written to " + TextOf(*temporary));
-  } else if (PlaceFile(*temporary, target) == TPlacement::Failed) {
+    throw Exception("The report could not be written to " + temporary->string());
+  }
+  if (PlaceFile(*temporary, target) == TPlacement::Failed) {
     ShowError(u"The report could not be written to " + TextOf(target));
   }
 }

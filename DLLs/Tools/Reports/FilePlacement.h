@@ -21,8 +21,8 @@ enum class TPlacement { Placed, Locked, Failed };
 // the target as it was. Raises EHostError when the client fails.
 TPlacement PlaceFile(const std::filesystem::path& temporary, const std::filesystem::path& target);
 
-// Writes the text to a temporary file and places that; a failure that the user was not told of yet is told in
-// a message.
+// Writes the text to a temporary file and places that; a target that cannot be replaced is told in a message.
+// Raises Exception when the temporary file cannot be filled, as on a full disk; it is gone then.
 void PlaceText(std::string_view text, const std::filesystem::path& target);
 
 }  // namespace Ketril::Tools

@@ -1,6 +1,8 @@
 // The board information report: holes, slots and square holes. Each round finds the smallest size that is not
 // marked yet, counts its objects and marks them by `PrimUsed`.
+#include <algorithm>
 #include <cstdlib>
+#include <optional>
 
 #include "DLLs/Tools/Reports/Reports.h"
 
@@ -94,22 +96,23 @@ void TBoardReporter::ReportSlots(bool plated) {
   };
   ForEach<TPad>(ePadObject, [](TPad& pad) { pad.SetPrimUsed(false); });
   for (;;) {
-    std::int32_t size = kNothingFound, length = kNothingFound;
-    bool found = false;
+    std::optional<std::int32_t> size, length;
     for_each([&](TPad& pad) {
-      if (!pad.PrimUsed() && Lower(size, pad.HoleSize())) found = true;
+      if (!pad.PrimUsed()) size = std::min(size.value_or(pad.HoleSize()), pad.HoleSize());
     });
-    if (!found) break;
+    if (!size) break;
     for_each([&](TPad& pad) {
-      if (!pad.PrimUsed() && pad.HoleSize() == size) Lower(length, pad.HoleWidth());
+      if (!pad.PrimUsed() && pad.HoleSize() == size)
+        length = std::min(length.value_or(pad.HoleWidth()), pad.HoleWidth());
     });
+    if (!length) break;  // the editor has changed the pads meanwhile
     std::int32_t count = 0;
     for_each([&](TPad& pad) {
       if (pad.HoleSize() != size || pad.HoleWidth() != length) return;
       if (Counts(pad)) ++count;
       pad.SetPrimUsed(true);
     });
-    FPCBReport->WriteRow({MilText(size) + u" / " + MilText(length), count});
+    FPCBReport->WriteRow({MilText(*size) + u" / " + MilText(*length), count});
   }
   FPCBReport->EndTable();
 }

@@ -1,5 +1,5 @@
-// A report of plain text: lines that end with CR LF, gathered and put into place as a whole. A write that
-// fails is not told: the target is then as it was.
+// A report of plain text: lines that end with CR LF, gathered and put into place as a whole. No write is
+// checked: what could be written takes the target's place, and the user is not told.
 #pragma once
 
 #include <filesystem>

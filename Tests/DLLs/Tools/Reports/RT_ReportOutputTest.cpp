@@ -1,6 +1,8 @@
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 #include <iterator>
 #include <optional>
@@ -198,6 +200,17 @@ TEST_F(RT_ReportOutput, StyleSheetsThatAreMissingOrFailAreTold) {
   }
   EXPECT_FALSE(fs::exists(folder / "five.html"));
   EXPECT_THROW(report.WriteToString(Wide(bad)), EGeneralReportException);
+  for (const char* loop : {"<xsl:include href='bad.xsl'/>",
+                           "<xsl:template match='/' name='t'><xsl:call-template name='t'/></xsl:template>",
+                           "<xsl:variable name='a' select='$b'/><xsl:variable name='b' select='$a'/>"
+                           "<xsl:template match='/'><xsl:value-of select='$a'/></xsl:template>"}) {
+    messages.clear();
+    Put(bad, std::string("<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>") +
+                 loop + "</xsl:stylesheet>");
+    EXPECT_THROW(report.WriteTransformed(Wide(folder / "five"), Wide(bad)), EGeneralReportException) << loop;
+    EXPECT_EQ(messages.size(), 1u) << loop;
+  }
+  EXPECT_FALSE(fs::exists(folder / "five.html"));
   Sheet("dotted.xsl", "<xsl:param name='file_extension'>.txt</xsl:param>", "text");
   EXPECT_EQ(report.WriteTransformed(Wide(folder / "six.a.b"), Wide(folder / "Templates/dotted.xsl")),
             Wide(folder / "six.a.txt"));
@@ -242,6 +255,31 @@ TEST_F(RT_ReportOutput, ATargetThatCannotBeReplacedStaysAndNoTemporaryFileDoes) 
   ASSERT_EQ(messages.size(), 1u);
   EXPECT_TRUE(messages[0].starts_with("GetTemporaryPath")) << messages[0];
   EXPECT_FALSE(fs::exists(folder / "y.xml"));
+}
+
+TEST_F(RT_ReportOutput, AFullDiskLeavesTheTargetAndNoTemporaryFile) {
+  Install();
+  TGeneralReport report(u"T", u"");
+  fs::create_symlink("/dev/full", folder / "full.xml");
+  report.WriteAsXML(Wide(folder / "full.xml"));
+  EXPECT_EQ(messages, Lines{"The report could not be written to " + (folder / "full.xml").string()});
+
+  // No file may grow any more, as if the folder of temporary files were full.
+  messages.clear();
+  Put(folder / "boards/one.html", "old");
+  ::rlimit old_limit{};
+  ::getrlimit(RLIMIT_FSIZE, &old_limit);
+  const auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
+  const ::rlimit none{0, old_limit.rlim_max};
+  ::setrlimit(RLIMIT_FSIZE, &none);
+  EXPECT_THROW(report.WriteToFile(Wide(board), u"Name", false), EGeneralReportException);
+  EXPECT_THROW(report.WriteAsXML(Wide(folder / "y.xml")), Exception);
+  ::setrlimit(RLIMIT_FSIZE, &old_limit);
+  std::signal(SIGXFSZ, old_handler);
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_TRUE(messages[0].starts_with("Error using ")) << messages[0];
+  EXPECT_EQ(Get(folder / "boards/one.html"), "old");
+  EXPECT_EQ(TempFiles(), temp_files_before);
 }
 
 TEST_F(RT_ReportOutput, AnOpenDocumentIsToldOfItsReplacement) {

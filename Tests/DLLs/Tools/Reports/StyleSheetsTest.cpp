@@ -2,6 +2,7 @@
 #include <libxml/HTMLparser.h>
 #include <libxml/xpath.h>
 
+#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -187,6 +188,53 @@ TEST_F(StyleSheets, JsonHoldsTheTables) {
              [{"coordinate": 3937008, "mm": 10, "mil": 393.701}, 2, 0.5]]})"));
   EXPECT_EQ(json["tables"][2]["rows"],
             nlohmann::json::parse(R"([["a\\b\t", "\"quoted\", with\nlines"], ["done", "66.67%"]])"));
+}
+
+// 10,000 nets of names that every form has to write in its own way, right to left and beyond 16 bits among
+// them.
+TEST_F(StyleSheets, AnyNameComesThroughInEachForm) {
+  const std::string names[] = {"<&>\"'",           "]]>",   "a,b;c", "\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d",
+                               "\xf0\x9f\x98\x80", "/D+\\N"};
+  Report nets{u"N", u"/boards/" + Platform::ToUtf16(names[4]) + u".kicad_pcb"};
+  nets.StartReport(eMetric);
+  nets.StartTable(u"Nets", Strings{u"Name", u"Length"}, 0);
+  constexpr std::size_t kNets = 10000;
+  for (std::size_t i = 0; i < kNets; ++i) {
+    nets.StartRow();
+    nets.StartCell();
+    nets.WriteCallBackText(Platform::ToUtf16(names[i % 6] + std::to_string(i)), u"P", u"<\"&'>", nullptr);
+    nets.EndCell();
+    nets.StartCell();
+    nets.WriteCoordinate(static_cast<TCoord>(i));
+    nets.EndCell();
+    nets.EndRow();
+  }
+  nets.EndTable();
+  nets.EndReport();
+  const auto by = [&](const char* sheet) {
+    return Platform::ToUtf8(nets.WriteToString(Platform::ToUtf16(std::string(KETRIL_TEMPLATES "/") + sheet)));
+  };
+  const auto json = nlohmann::json::parse(by("report_json.xsl"));
+  const auto document = Platform::IXMLDocument::Parse(by("report_xml.xsl"), "copy");
+  const auto copy = document.DocumentElement().ChildNodes();
+  const auto table = std::ranges::find(copy, u"table", &IXMLNode::NodeName);
+  ASSERT_NE(table, copy.end());
+  const auto rows = (*table).ChildNodes();
+  const std::string csv = by("report_csv.xsl");
+  const Page page(by("report_html_default.xsl"));
+  EXPECT_EQ(page("count(//tbody/tr)"), "10000");
+  ASSERT_EQ(json["tables"][0]["rows"].size(), kNets);
+  ASSERT_EQ(rows.size(), kNets + 2);  // behind the title and the columns
+  for (std::size_t i = 0; i < kNets; i += i < 6 ? 1 : 997) {
+    const std::string name = names[i % 6] + std::to_string(i), at = std::to_string(i + 1);
+    EXPECT_EQ(json["tables"][0]["rows"][i][0], name);
+    EXPECT_EQ(Platform::ToUtf8(rows[i + 2].ChildNodes()[0].ChildNodes()[0].ChildNodes()[0].Text()), name);
+    EXPECT_EQ(page("//tbody/tr[" + at + "]/td[1]"), name);
+    const std::string field = i % 6 == 0   ? "\"<&>\"\"'" + std::to_string(i) + "\""
+                              : i % 6 == 2 ? "\"" + name + "\""
+                                           : name;
+    EXPECT_NE(csv.find("\r\n" + field + ","), std::string::npos) << field;
+  }
 }
 
 TEST_F(StyleSheets, XmlIsTheReportItself) {
