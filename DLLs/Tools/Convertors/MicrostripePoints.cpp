@@ -37,7 +37,8 @@ int TMicrostripeFrame::Angle() const {
 }
 
 double TMicrostripeFrame::HalfWidth() const {
-  return CutToCoord(Width) / 2;
+  const TCoord half = CutToCoord(Width) / 2;
+  return half;
 }
 
 GeoPointType TMicrostripeFrame::Turned() const {
