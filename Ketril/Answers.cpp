@@ -140,6 +140,7 @@ std::optional<TCoordPoint> Answers::Pick(const std::u16string& prompt) {
     const auto& [place, text] = picks_[used_picks_++];
     return taken(place, text);
   }
+  if (pick_source_) return aborted_ ? std::nullopt : pick_source_();
   for (auto word = words_.begin(); word != words_.end(); ++word) {
     if (!Editor::MatchesPattern(prompt, word->first)) continue;
     const std::string text = word->second;

@@ -60,6 +60,8 @@ class Answers {
   // Picks are good from here on: those given, then those of the answers file. Raises Failure (usage) for one
   // that is no place.
   void SetPlaces(PlaceReader read, const std::vector<std::string>& picks);
+  // Where picks come from, once those given are used up; nothing from it ends the picking.
+  void SetPickSource(std::function<std::optional<TCoordPoint>()> source) { pick_source_ = std::move(source); }
   std::optional<TCoordPoint> Pick(const std::u16string& prompt);
   // Where the cursor is; as a pick.
   void SetCursor(const std::string& text);
@@ -104,6 +106,7 @@ class Answers {
   PlaceReader read_place_;
   std::vector<std::pair<TCoordPoint, std::string>> picks_;
   std::size_t used_picks_ = 0;
+  std::function<std::optional<TCoordPoint>()> pick_source_;
   bool picked_ = false;
   std::string pick_;  // the last one, as it was given
   std::optional<TCoordPoint> cursor_;

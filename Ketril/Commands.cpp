@@ -27,6 +27,7 @@
 #include "Ketril/Interrupts.h"
 #include "Ketril/Microstrip.h"
 #include "Ketril/Moves.h"
+#include "Ketril/OverlapPicks.h"
 #include "Ketril/PlacementSummary.h"
 #include "Ketril/Reports.h"
 #include "Ketril/RunContext.h"
@@ -342,6 +343,7 @@ void RunTool(const ToolVerb& verb, const Options& options) {
   std::srand(options.seed);
   answers.SetPlaces([&](const std::string& text) { return PlaceOf(*board, text, options.unit); },
                     options.picks);
+  if (options.picks_overlaps) answers.SetPickSource(OverlapPicks(*board));
   if (!options.cursor.empty()) answers.SetCursor(options.cursor);
   for (const std::string& text : options.parameters) {
     const std::size_t equals = std::min(text.find('='), text.size() - 1);

@@ -30,6 +30,7 @@ struct Options {
   std::vector<std::string> parameters;  // NAME=VALUE
   bool fail_on_violations = false;
   std::vector<std::string> picks;             // places
+  bool picks_overlaps = false;                // components that overlap others are picked
   std::map<std::string, std::string> fields;  // of dialogs, by name; empty ones were not given
   std::string word;                           // of a saying
   std::vector<std::string> formats;           // of reports

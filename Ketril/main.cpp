@@ -243,6 +243,10 @@ void AddSayings(CLI::App& app, Options& options) {
       ->expected(1)
       ->take_all()
       ->allow_extra_args(false);
+  shove
+      ->add_flag("--all", options.picks_overlaps,
+                 "Shove from every component that overlaps another of its side, as long as that helps")
+      ->excludes("--at");
   AddToolOptions(shove, options, false, false, Settings::Shove);
   shove->callback([&options] { RunTool(FindToolVerb("shove-components"), options); });
 

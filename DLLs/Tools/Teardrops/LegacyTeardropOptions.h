@@ -9,7 +9,7 @@ namespace Ketril::Tools {
 
 // Takes what the parameters name: AllPads, AllVias, AllTracks, Selected, Report and Force, true for the value
 // True in any case and false for any other; Style, a number; Action, Remove or anything else for Add. A style
-// that is no number counts as missing. True when any of the names is there. `parameters` may be null.
+// that is no number leaves the style as it was. True when any of the names is there. `parameters` may be null.
 bool ReadLegacyTeardropParameters(IParameterList* parameters, TTearDropOptions& options);
 
 // From the option store, section TearDropOptions, and into it. What the store lacks, or holds in a form that

@@ -245,7 +245,7 @@ TEST(Region, ItsClosingSegmentCountsOnceItIsTakenFromTheArea) {
   const auto expect_closed_at = [&](std::int32_t index) {
     TPolySegment segment;
     EXPECT_EQ(region->GetState_Segments(index, segment), Status::Ok);
-    EXPECT_EQ(segment.vx, 5);
+    EXPECT_EQ(TCoord{segment.vx}, 5);
     EXPECT_EQ(region->SetState_Segments(index, segment), Status::Ok);
     segment.vy = 7;
     EXPECT_EQ(region->SetState_Segments(index, segment), Status::InvalidArgument);

@@ -95,6 +95,7 @@ TEST_F(Exports, AreTheseAndNothingElse) {
       "Tools_ReplaceSelectedPadsWithVias",
       "Tools_ReplaceSelectedViasWithPads",
       "Tools_TearDrops",
+      "Tools_UnGroup",
       "dbkFCallWrapperAddr",
   };
   Dl_info info{};

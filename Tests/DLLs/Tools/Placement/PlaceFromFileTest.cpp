@@ -259,7 +259,7 @@ TEST_F(PlaceFromFileTest, TheMiddleOfThePadsIsOnThePlace) {
     board->setup.origin = {Mil(-1000), Mil(50)};
     Place(Blanks(std::string("U1 P 1500mil 20mil 0 0 0 0 ") + where));
     Editor::Extent pads;
-    for (std::size_t n : {0, 1}) pads.Add(Tests::Find<Editor::Pad>(*board, n)->Bounds());
+    for (std::size_t n : {0, 1}) pads.Add(Tests::Find<Editor::Pad>(*board, n)->Reference());
     const TCoordRect box = pads.Rect();
     EXPECT_EQ(box.x1 + box.x2, 2 * Mil(500)) << where;
     EXPECT_EQ(box.y1 + box.y2, 2 * Mil(70)) << where;
@@ -329,7 +329,7 @@ std::string Written(const Editor::Board& board, bool is_csv) {
     const auto& component = static_cast<const Editor::Component&>(object);
     Editor::Extent pads;
     for (const auto& member : component.Members())
-      if (member->kind == ePadObject) pads.Add(member->Bounds());
+      if (member->kind == ePadObject) pads.Add(member->Reference());
     const TCoordRect box = pads.Rect();
     const auto mil = [](double sum) { return std::to_string(sum / 2e4) + "mil"; };
     const std::string x = mil(double(box.x1) + box.x2 - 2.0 * board.setup.origin.x),

@@ -1,0 +1,46 @@
+#include "Ketril/OverlapPicks.h"
+
+#include <algorithm>
+
+namespace Ketril::Command {
+
+std::size_t OverlapPicks::OverlapsOf(const Editor::Primitive& component) const {
+  const TCoordRect box = component.Bounds();
+  return static_cast<std::size_t>(
+      std::ranges::count_if(board_->index.Find(box), [&](const Editor::Primitive* other) {
+        if (other->kind != eComponentObject || other == &component) return false;
+        if (other->state.layer != component.state.layer) return false;
+        if (other->Has(Editor::kFlag_Locked) && component.Has(Editor::kFlag_Locked)) return false;
+        const TCoordRect its = other->Bounds();
+        return its.x1 < box.x2 && box.x1 < its.x2 && its.y1 < box.y2 && box.y1 < its.y2;
+      }));
+}
+
+void OverlapPicks::StartRound() {
+  const auto before = overlaps_;
+  std::size_t overlaps = 0;
+  round_.clear();
+  next_ = 0;
+  board_->objects.ForEach({eComponentObject}, [&](Editor::Primitive& component) {
+    const std::size_t of_it = OverlapsOf(component);
+    overlaps += of_it;
+    if (of_it > 0) round_.emplace_back(&component);
+  });
+  overlaps_ = overlaps;
+  if (before && overlaps >= *before) round_.clear();
+}
+
+std::optional<TCoordPoint> OverlapPicks::operator()() {
+  for (;;) {
+    if (next_ == round_.size()) StartRound();
+    if (round_.empty()) return std::nullopt;
+    while (next_ < round_.size()) {
+      const Editor::Primitive& component = *round_[next_++].Get();
+      if (OverlapsOf(component) == 0) continue;
+      const TCoordRect box = component.Bounds();
+      return TCoordPoint{box.x1 + (box.x2 - box.x1) / 2, box.y1 + (box.y2 - box.y1) / 2};
+    }
+  }
+}
+
+}  // namespace Ketril::Command
