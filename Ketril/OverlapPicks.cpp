@@ -16,6 +16,22 @@ std::size_t OverlapPicks::OverlapsOf(const Editor::Primitive& component) const {
       }));
 }
 
+TCoordPoint OverlapPicks::PlaceOn(const Editor::Primitive& component) const {
+  const TCoordRect box = component.Bounds();
+  const TCoordPoint middle = {box.x1 + (box.x2 - box.x1) / 2, box.y1 + (box.y2 - box.y1) / 2};
+  const auto is_its_alone = [&](TCoordPoint place) {
+    return std::ranges::none_of(board_->index.Find({place.x, place.y, place.x, place.y}),
+                                [&](const Editor::Primitive* other) {
+                                  return other->kind == eComponentObject && other != &component;
+                                });
+  };
+  for (const TCoordPoint place :
+       {middle, {box.x1, box.y1}, {box.x2, box.y1}, {box.x2, box.y2}, {box.x1, box.y2}}) {
+    if (is_its_alone(place)) return place;
+  }
+  return middle;
+}
+
 void OverlapPicks::StartRound() {
   const auto before = overlaps_;
   std::size_t overlaps = 0;
@@ -37,8 +53,7 @@ std::optional<TCoordPoint> OverlapPicks::operator()() {
     while (next_ < round_.size()) {
       const Editor::Primitive& component = *round_[next_++].Get();
       if (OverlapsOf(component) == 0) continue;
-      const TCoordRect box = component.Bounds();
-      return TCoordPoint{box.x1 + (box.x2 - box.x1) / 2, box.y1 + (box.y2 - box.y1) / 2};
+      return PlaceOn(component);
     }
   }
 }

@@ -8,7 +8,7 @@
 
 namespace Ketril::Command {
 
-// Each call gives the middle of a component that still overlaps another by its box, in the board's order, and
+// Each call gives a place on a component that still overlaps another by its box, in the board's order, and
 // starts again from the first while the last round left fewer overlaps than there were. A pair of locked
 // components does not count. Nothing when none is left, or a round did not help. The board outlives it.
 class OverlapPicks {
@@ -19,6 +19,8 @@ class OverlapPicks {
  private:
   std::size_t OverlapsOf(const Editor::Primitive& component) const;
   void StartRound();
+  // The middle of its box or a corner, where that is on no other component.
+  TCoordPoint PlaceOn(const Editor::Primitive& component) const;
 
   Editor::Board* board_;
   std::vector<Ref<Editor::Primitive>> round_;
