@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <set>
+#include <utility>
 
 #include "Platform/Text.h"
 
@@ -30,8 +31,20 @@ const char* TextOf(TPlacementOutcome outcome) {
   return kOutcomes[outcome].text;
 }
 
+// A name of a file that is anything: without control characters, and cut where nobody would read on.
+std::string Shown(std::string name) {
+  constexpr std::size_t kLongest = 60;
+  for (char& c : name) {
+    if (static_cast<unsigned char>(c) < ' ' || c == 0x7F) c = '?';
+  }
+  if (name.size() <= kLongest) return name;
+  std::size_t end = kLongest;
+  while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
+  return name.substr(0, end) + "...";
+}
+
 std::string BadLineText(std::int32_t line, const std::string& component, const std::string& why) {
-  return "line " + std::to_string(line) + (component.empty() ? "" : ", " + component) + ": " + why;
+  return "line " + std::to_string(line) + (component.empty() ? "" : ", " + Shown(component)) + ": " + why;
 }
 
 }  // namespace
@@ -41,11 +54,12 @@ ordered_json PlacementSummary(const Editor::Board& board, const PlacementLog& lo
   for (const char* list : {"placed", "not_on_board", kNotInFile, "locked", "bad_lines"})
     summary[list] = ordered_json::array();
   std::set<std::u16string> named;
+  std::set<std::pair<TPlacementOutcome, std::u16string>> told;  // a name once in each list
   for (const auto& [line, designator, outcome] : log.lines) {
     const auto& row = kOutcomes[outcome];
     named.insert(Platform::AsciiUpper(designator));
     if (row.list) {
-      summary[row.list].push_back(ToUtf8(designator));
+      if (told.emplace(outcome, designator).second) summary[row.list].push_back(ToUtf8(designator));
     } else {
       summary["bad_lines"].push_back({{"line", line}, {"component", ToUtf8(designator)}, {"why", row.text}});
     }
@@ -61,7 +75,7 @@ std::string PlacementSummaryText(const ordered_json& summary) {
   std::string text;
   const auto add = [&](const char* list, const char* what) {
     std::string names;
-    for (const auto& name : summary.at(list)) names += (names.empty() ? "" : ", ") + name.get<std::string>();
+    for (const auto& name : summary.at(list)) names += (names.empty() ? "" : ", ") + Shown(name);
     if (!names.empty()) text += std::string("  ") + what + ": " + names + "\n";
   };
   add("placed", TextOf(ePlacement_Placed));
