@@ -189,7 +189,7 @@ Ref<Primitive> Region::FreeCopy() const {
   if (!OwnerAs<Polygon>() || data.line_width <= 0) return copy;
   std::vector<Ring> covered = Outline(FormsOf(*this, state.layer), 0, kError);
   if (covered.empty()) return copy;
-  std::ranges::stable_partition(covered, [](const Ring& ring) { return !ring.hole; });
+  std::ranges::stable_sort(covered, {}, &Ring::hole);  // outer rings first
   RegionData& area = As<Region>(copy.Get())->data;
   area.rings = std::move(covered);
   area.line_width = 0;
