@@ -39,6 +39,13 @@ class RuleObject : public PrimitiveObject<Self, Rule, Interfaces...> {
   KETRIL_HOST_METHOD(IPCB_Rule2, ActualCheck,
                      (IPCB_Primitive * p1, IPCB_Primitive* p2, Ref<IPCB_ViolationReport>& violations),
                      this->CheckPair(p1, p2, violations))
+
+  // A rule is told by its identifier, and a replica is the same rule.
+  Ref<Primitive> FreeCopy() const override {
+    Ref<Primitive> copy = PrimitiveObject<Self, Rule, Interfaces...>::FreeCopy();
+    copy->SetUniqueId(this->UniqueId());
+    return copy;
+  }
 };
 
 class PlainRule final : public RuleObject<PlainRule, IPCB_Rule2> {};

@@ -14,9 +14,9 @@
 #include "DLLs/Tools/Reports/TextReportFile.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
-#include "DLLs/Tools/Vias/UnusedPads.h"
-#include "DLLs/Tools/Vias/ViaShielding.h"
-#include "DLLs/Tools/Vias/ViaStitching.h"
+#include "DLLs/Tools/Vias/UnusedPadsRemoval.h"
+#include "DLLs/Tools/Vias/ViaShieldingManager.h"
+#include "DLLs/Tools/Vias/ViaStitchingManager.h"
 #include "Interfaces/Tools.h"
 
 namespace Ketril {

@@ -68,8 +68,11 @@ bool PollAndStep(TProgress& progress) {
 void MoveComponentToGrid(TBoard* board, TPrimitive* component) {
   const TCoordPoint from{component->GetState_X(), component->GetState_Y()};
   const TCoordPoint to = Snapped(board, from);
-  if (to != from) MoveInBracket(component, [&] { component->MoveToXY(to.x, to.y); });
-  board->SetState_DocumentHasChanged();
+  if (to != from) {
+    MoveInBracket(component, [&] { component->MoveToXY(to.x, to.y); });
+  } else {
+    board->SetState_DocumentHasChanged();
+  }
 }
 
 // What the room holds is asked for at its new place.

@@ -98,7 +98,6 @@ void TPlacement::Place(TComp* component, TCoordPoint target, const TPickPlaceLin
     if (comment.empty()) return;
     if (TText* const text = component->Comment()) text->SetState_String(std::u16string(comment));
   });
-  board_->SetState_DocumentHasChanged();
   Record(lines_, values.Designator, ePlacement_Placed);
 }
 
@@ -178,10 +177,10 @@ void TPlacement::RunFixed(bool is_csv) {
     const TPickPlaceLine values = ReadFixedLine(line, is_csv);
     TComp* const component = values.Designator.empty() ? nullptr : FindMoveable(values.Designator);
     if (!component) continue;
-    progress_.Step();
     try {
       const auto target = TargetOf(values);
       if (!target) throw Exception("a coordinate of the pick-and-place file is none");
+      progress_.Step();
       Place(component, *target, values, false);
     } catch (const EHostError&) {
       throw;
