@@ -62,10 +62,9 @@ OfferedVerb NoVerb(const std::vector<OfferedVerb>& verbs) {
 // nothing (-), text, dir, file, file:EXTENSION,.., words:WORD,.. or list:WORD,.. with commas between.
 constexpr const char* kBash = R"(
 _ketril_files() {
-  compopt -o filenames 2>/dev/null
   local extension
   for extension in ${1//,/ }; do compgen -f -X "!*.$extension" -- "$cur"; done
-  [[ $1 ]] && compgen -d -- "$cur" || compgen -f -- "$cur"
+  if [[ $1 ]]; then compgen -d -- "$cur"; else compgen -f -- "$cur"; fi
 }
 
 _ketril_load() {
@@ -105,7 +104,10 @@ _ketril() {
       compopt -o nospace 2>/dev/null
       mapfile -t COMPREPLY < <(takes=${takes#*:}; compgen -P "$word" -W "${takes//,/ }" -- "${cur##*,}")
       ;;
-    file*) compopt -o filenames 2>/dev/null; takes=${takes#file}; mapfile -t COMPREPLY < <(_ketril_files "${takes#:}") ;;
+    file*)
+      compopt -o filenames 2>/dev/null
+      takes=${takes#file}; mapfile -t COMPREPLY < <(_ketril_files "${takes#:}")
+      ;;
     dir) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$cur") ;;
     *) COMPREPLY=() ;;
   esac

@@ -40,7 +40,7 @@ void AddBoard(CLI::App& verb, Options& options) {
 void AddLook(CLI::App& app, Options& options) {
   CLI::App* list = app.add_subcommand("list", "The tools that are there, or the objects of a board");
   list->add_option("BOARD", options.board, "Board file (.kicad_pcb)");
-  list->add_option("--select", options.select, kSelectionHelp);
+  list->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
   list->add_flag("--json", options.json, "For programs to read");
   AddUnits(*list, options);
   list->callback([&options] { options.board.empty() ? ListTools(options) : ListObjects(options); });
