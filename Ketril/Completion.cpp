@@ -75,7 +75,7 @@ _ketril_load() {
 }
 
 _ketril() {
-  local cur=${COMP_WORDS[COMP_CWORD]} verb= operand=0 pending= word takes i names
+  local cur=${COMP_WORDS[COMP_CWORD]} verb= operand=0 pending= word takes i
   local -A offered
   _ketril_load ''
   for ((i = 1; i < COMP_CWORD; i++)); do
@@ -94,8 +94,8 @@ _ketril() {
   [[ $cur == [=:] ]] && cur=
   takes=${offered[${pending:-$operand}]-}
   if [[ ! $pending ]] && [[ $cur == -* || ! $takes ]]; then
-    names=("${!offered[@]}")
-    takes=words:${names[*]//[0-9]/}
+    # Options, which the numbers of the operands do not look like.
+    cur=${cur:--} word="${!offered[*]}" takes=words:$word
   fi
   case $takes in
     words:*) mapfile -t COMPREPLY < <(takes=${takes#*:}; compgen -W "${takes//,/ }" -- "$cur") ;;
@@ -168,7 +168,10 @@ std::string ZshAction(const OfferedOption& option) {
   if (!option.choices.empty()) return "(" + Joined(option.choices, " ") + ")";
   if (option.value == "DIR") return "_files -/";
   if (!TakesFile(option)) return " ";
-  return option.extensions.empty() ? "_files" : "_files -g \"*.(" + Joined(option.extensions, "|") + ")\"";
+  if (option.extensions.empty()) return "_files";
+  // Parentheses around a single word would not be taken for a choice.
+  const std::string pattern = Joined(option.extensions, "|");
+  return "_files -g \"*." + (option.extensions.size() > 1 ? "(" + pattern + ")" : pattern) + "\"";
 }
 
 std::string ZshText(const std::string& text) {
