@@ -1,6 +1,7 @@
 # What `cpack` gives: two Debian packages, the command with the libraries, and what an editor is built with.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ketril)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "board tools for printed circuit boards")  # the first line of both
 set(CPACK_PACKAGE_CONTACT "KetrilTools developers <developers@ketriltools.invalid>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
@@ -22,8 +23,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "board tools for printed circuit boards
-Teardrops, via stitching and shielding, arranging and placing of components,
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Teardrops, via stitching and shielding, arranging and placing of components,
 reports, and more, for board files of the kind .kicad_pcb. A board is changed
 in the places that a tool touches, and nowhere else.
 .
@@ -32,8 +32,7 @@ This package has the command, and the libraries with the tools.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ketril-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "ketril (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "board tools for printed circuit boards - development files
-Headers, a CMake package and an example for editors that call the board tools
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "Headers, a CMake package and an example for editors that call the board tools
 of libKetrilTools.so, or that are built on the headless editor which comes
 with them.")
 

@@ -1,5 +1,7 @@
 # Installs the build into a folder, builds the example against it with nothing but find_package, and has it and
 # the installed command do what a newcomer would. Arguments: BUILD, SOURCE, WORK, SANITIZE, COMPILER.
+cmake_policy(VERSION 3.25)
+
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(NOT result EQUAL 0)
