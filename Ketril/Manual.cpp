@@ -1,7 +1,7 @@
 #include "Ketril/Manual.h"
 
 #include <algorithm>
-#include <array>
+#include <functional>
 #include <sstream>
 #include <string_view>
 
@@ -101,9 +101,12 @@ std::vector<OfferedOption> SharedOptions(const std::vector<OfferedVerb>& verbs) 
       found == counted.end() ? counted.emplace_back(option, 1).second : ++found->second;
     }
   }
+  // Of an option that is told in several ways, the one that most verbs share.
+  std::ranges::stable_sort(counted, std::greater(), &std::pair<OfferedOption, int>::second);
   std::vector<OfferedOption> shared;
   for (auto& [option, count] : counted) {
-    if (count >= kShared) shared.push_back(std::move(option));
+    if (count >= kShared && std::ranges::find(shared, option.names, &OfferedOption::names) == shared.end())
+      shared.push_back(std::move(option));
   }
   const auto key = [](const OfferedOption& option) {
     return option.names.back().substr(option.names.back().find_first_not_of('-'));
