@@ -381,16 +381,15 @@ const Row kRows[] = {
        Tools_ReplaceSelectedViasWithPads(&board);
        Tools_ReplaceSelectedPadsWithVias(&board);
      }},
-    {"AlignLeft", "component", Arrange(eArrangeLeft)},
-    {"AlignTopSideBySide", "component", Arrange(eArrangeTopSideBySide)},
-    {"ExpandX", "component", Arrange(eArrangeExpandX)},
-    {"ContractY", "component", Arrange(eArrangeContractY)},
-    {"SpreadX", "component", Arrange(eArrangeSpreadX)},
-    {"MoveToGrid", "component", Arrange(eArrangeMoveToGrid)},
     {"AlignFreeObjects", "via or track", Arrange(eArrangeBottom)},
     // Texts that lie beside each other are spread one above the other: all of a board would leave the range
     // of its file.
     {"SpreadTexts", "text and name:C1*", Arrange(eArrangeSpreadY)},
+    {"ToRectangle", "component",
+     [](Board& board) {
+       const TCoordRect box = board.Extents();
+       Tools_RunArrangeToRectangle(&board, board.view.Get(), box.x1, box.y1, box.x2, box.y2);
+     }},
     {"OutsideBoard", "component",
      [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
     {"AllToTheGrid", "component", [](Board& board) { Tools_MoveAllCompsToGrid(&board); }},
@@ -437,6 +436,11 @@ void RegisterToolRuns(const std::filesystem::path& path) {
   Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
+  for (int method = eArrangeMoveToGrid; method <= eArrangeBottomSideBySide; ++method) {
+    Register("Arrange" + std::to_string(method), path, [path, method] {
+      return new PlainRun(path, "component", Arrange(static_cast<TArrangerMethod>(method)));
+    });
+  }
   for (const Row& row : kRoomRows)
     Register(row.name, path, [path, &row] { return new RoomRun(path, row.selection, row.tool); });
 }
