@@ -181,7 +181,7 @@ TEST_F(AlignRooms, AreasThatPlaceAreRooms) {
   // Written anew, it says still what it places.
   zone->Write([&] { zone->data.rings.push_back(zone->data.rings.front()); });
   const Ref<Editor::Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board));
-  EXPECT_EQ(Tests::Find<Editor::Rule>(*again, 4)->data.scope1, room->data.scope1);
+  EXPECT_EQ(Tests::Find<Editor::Rule>(*again)->data.scope1, room->data.scope1);
 }
 
 TEST_F(AlignRooms, RoomsGoBackToTheirOffsetFromTheGrid) {
