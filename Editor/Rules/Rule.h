@@ -46,7 +46,8 @@ class Rule : public Primitive {
 
   explicit Rule(TObjectId kind);
   // A room may be drawn by a zone of the board, whose first ring is then its region: moving the one moves the
-  // other, and it leaves the board with the zone, as it is in the file. Null for a room that stands by itself.
+  // other, and it leaves the board with the zone, as it is in the file. Null for a room that stands by
+  // itself.
   Polygon* Zone() const { return zone_.Get(); }
   void DrawBy(Polygon& zone);  // data only
   const Ring& Region() const;  // of a room, else empty
