@@ -18,8 +18,9 @@ namespace {
 constexpr const char* kSelectionHelp =
     "Objects by an expression: a kind (track, arc, via, pad, text, fill, region, zone, component, net, "
     "...),\n"
-    "all, free, locked, teardrop, smd, through, net:NAME, class:NAME, layer:NAME, component:NAME, "
+    "all, free, locked, teardrop, smd, through, room, net:NAME, class:NAME, layer:NAME, component:NAME, "
     "name:NAME,\n"
+    "sheet:NAME, component-class:NAME, group:NAME (of the components),\n"
     "in:X1,Y1,X2,Y2, combined by and, or, not and parentheses; * and ? in names. Quote it for the shell:\n"
     "  --select 'via and net:GND'   --select 'pad and component:U*'   --select 'free and in:10,10,40mm,1in'";
 

@@ -67,6 +67,7 @@ class BoardComposer {
   std::string RegionZone(Region& region);
   std::vector<std::string> Shapes(Primitive& object, const std::vector<Ring>& rings, bool filled, TCoord pen);
   std::string PolygonZone(Polygon& polygon);
+  std::string PlacementText(const PlacementArea& area) const;
   // As the copper of a zone, on the region's layer.
   std::vector<std::string> Fills(const Region& region, const std::vector<Ring>& rings) const;
   std::string Footprint(Component& component);

@@ -46,6 +46,7 @@ void BoardPass::Read(Board& board, FileWarnings& warnings) {
   CheckText(board.file.text, board.file.path);
   BoardPass pass(board, &warnings);
   pass.Walk();
+  pass.AddRooms();
   for (Via* via : pass.without_hole_) via->data.hole = pass.DefaultHole(via->GetNet());
 }
 
@@ -102,6 +103,9 @@ void BoardPass::BoardItem(const Item& item, std::uint64_t key) {
       return;
     case "via"_word:
       Object(item, nullptr, &BoardPass::ViaFields);
+      return;
+    case "group"_word:
+      GroupItem();
       return;
     default:
       break;

@@ -49,6 +49,8 @@ constexpr std::int32_t kTeardropPriority = 30000;
 // word for when it has a net.
 constexpr std::string_view kRegionName = "$ketril_region$";
 constexpr std::int32_t kRegionPriority = 20000;
+// What components are placed by, as PlacementBy numbers it.
+constexpr const char* kPlacementWords[] = {"sheetname", "component_class", "group"};
 // A footprint of this library name is a pad that belongs to no component: the format has no pads but those of
 // footprints. It holds one pad, at its own place.
 constexpr std::string_view kFreePadName = "Ketril:FreePad";
