@@ -6,7 +6,7 @@
 #include "DLLs/Tools/Frame/ToolFrame.h"
 #include "DLLs/Tools/Placement/AlignTool.h"
 #include "DLLs/Tools/Placement/AutoPlaceNew.h"
-#include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
+#include "DLLs/Tools/Placement/AutoPlacementTool.h"
 #include "DLLs/Tools/Placement/PlaceFromFile.h"
 #include "DLLs/Tools/Placement/SwapComponents.h"
 #include "DLLs/Tools/Reports/PickNPlace.h"

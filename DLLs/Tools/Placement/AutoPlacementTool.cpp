@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
+#include "DLLs/Tools/Placement/AutoPlacementTool.h"
 
 #include "DLLs/Tools/Frame/ConfirmNoYes.h"
 #include "DLLs/Tools/Frame/Polling.h"
@@ -6,7 +6,7 @@
 #include "DLLs/Tools/Frame/PrimitivesIterators.h"
 #include "DLLs/Tools/Frame/Progress.h"
 #include "DLLs/Tools/Geometry/Rounding.h"
-#include "DLLs/Tools/Placement/AutoPlacementGrid.h"
+#include "DLLs/Tools/Placement/AutoPlac.h"
 #include "DLLs/Tools/Placement/RoomContents.h"
 #include "DLLs/Tools/Placement/Utilities.h"
 
