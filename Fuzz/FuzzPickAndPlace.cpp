@@ -10,17 +10,13 @@
 #include "Editor/Client/Client.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Model/Component.h"
+#include "Fuzz/Support/Check.h"
 #include "Interfaces/Tools.h"
 
 namespace {
 
 using namespace Ketril;
-
-void Check(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
+using Fuzz::Check;
 
 constexpr const char* kBoard = R"((kicad_pcb (version 20171130) (host pcbnew 5)
   (layers (0 F.Cu signal) (31 B.Cu signal) (36 B.SilkS user) (37 F.SilkS user))

@@ -25,6 +25,7 @@
 #include "Platform/Messages.h"
 #include "Platform/TempFiles.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/HostPairs.h"
 
 namespace Ketril {
 namespace {
@@ -404,35 +405,6 @@ constexpr const char* kBoard = R"(
   component U1 at 500,500 { pad -50,0 60x60 hole 30 name 1 net A selected ; text 0,80 "10k" comment }
 )";
 
-// What a tool makes and closes again, in pairs.
-struct Pair {
-  const char *open, *close, *other_close;
-};
-constexpr Pair kPairs[] = {
-    {"IPCB_Board.BoardIterator_Create", "IPCB_Board.BoardIterator_Destroy", ""},
-    {"IPCB_Board.SpatialIterator_Create", "IPCB_Board.SpatialIterator_Destroy", ""},
-    {"IPCB_Group.GroupIterator_Create", "IPCB_Group.GroupIterator_Destroy", ""},
-    {"IPCB_Primitive.BeginModify", "IPCB_Primitive.EndModify", "IPCB_Primitive.CancelModify"},
-    {"IPCB_Progress.Start", "IPCB_Progress.End", ""},
-    {"IClient.BeginShove", "IClient.EndShove", ""},
-};
-
-// Each opening that succeeded was followed by a closing call, which may itself be one that failed.
-void ExpectPairsClosed(const std::vector<std::string>& calls, std::int64_t first_failed,
-                       std::int64_t second_failed, bool leaves_edits_open) {
-  for (const Pair& pair : kPairs) {
-    if (leaves_edits_open && std::string_view(pair.open) == "IPCB_Primitive.BeginModify") continue;
-    std::int64_t open = 0;
-    for (std::size_t i = 0; i < calls.size(); ++i) {
-      const auto number = static_cast<std::int64_t>(i) + 1;
-      const bool failed = number == first_failed || number == second_failed;
-      if (calls[i] == pair.open && !failed) ++open;
-      if (calls[i] == pair.close || calls[i] == pair.other_close) --open;
-    }
-    EXPECT_EQ(open, 0) << pair.open;
-  }
-}
-
 class FaultSweep : public testing::TestWithParam<SweptExport> {
  protected:
   ~FaultSweep() override {
@@ -457,7 +429,9 @@ class FaultSweep : public testing::TestWithParam<SweptExport> {
       HostGate::Disarm();
       calls = HostGate::Calls();
       EXPECT_EQ(raised, HostGate::HasFailed()) << "the failure of the host did not reach the caller";
-      ExpectPairsClosed(HostGate::Record(), k, second ? k + second : k, GetParam().leaves_edits_open);
+      EXPECT_EQ(
+          Tests::UnclosedPair(HostGate::Record(), k, second ? k + second : k, GetParam().leaves_edits_open),
+          "");
       EXPECT_EQ(Tools::ObjectScopeDepth, 0);
       EXPECT_EQ(Tools::PrimitiveRegistry, nullptr);
       EXPECT_EQ(Tools::NetMap, nullptr);
