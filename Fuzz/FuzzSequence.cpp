@@ -91,12 +91,32 @@ void CheckUndo(Board& board, const Picture& before) {
   Check(before.saved->extras == after.saved->extras, "undo gives the file beside it before");
 }
 
+// For the length of a block everything is drawn: which teardrops are hidden is in no file.
+class AllDrawn {
+ public:
+  explicit AllDrawn(Board& board) {
+    board.objects.ForEach(TObjectSet::All(), [&](Editor::Primitive& object) {
+      if (!object.Has(Editor::kFlag_EnableDraw)) hidden_.push_back(&object);
+    });
+    for (Editor::Primitive* object : hidden_) object->Set(Editor::kFlag_EnableDraw, true);
+  }
+  ~AllDrawn() {
+    for (Editor::Primitive* object : hidden_) object->Set(Editor::kFlag_EnableDraw, false);
+  }
+  AllDrawn(const AllDrawn&) = delete;
+  AllDrawn& operator=(const AllDrawn&) = delete;
+
+ private:
+  std::vector<Editor::Primitive*> hidden_;
+};
+
 // The same board comes back, and says the same when it is saved again.
 void CheckSaving(Board& board) {
   const std::optional<Saved> saved = Save(board);
   if (!saved) return;
   const Ref<Board> again = Load(*saved);
   CheckNothing(Tests::BrokenInvariant(*again), "a loaded board");
+  const AllDrawn drawn(board);
   CheckNothing(Tests::Differences(Tests::DescribeBoard(board, true), Tests::DescribeBoard(*again, true), 4),
                "save and load give the same board");
   const std::optional<Saved> twice = Save(*again);
@@ -168,7 +188,10 @@ void Play(Board& board, Bytes& bytes) {
     step.run(stage);
   } catch (const std::exception& error) {
     raised = true;
-    if (!HostGate::HasFailed()) Check(false, error.what());
+    // Where the user is to point at something, there has to be a view.
+    const bool no_view =
+        std::string_view(error.what()).find("no IPCBGraphicalView") != std::string_view::npos;
+    if (!HostGate::HasFailed() && !no_view) Check(false, error.what());
   }
   HostGate::Disarm();
   const bool may_keep = step.keeps_failures || window.KeepsFailures();

@@ -82,7 +82,7 @@ void WithBoth(Stage& stage) {
 }
 template <auto tool>
 void OnObject(Stage& stage) {
-  tool(&stage.board, ObjectOf(stage, TObjectSet::All()));
+  if (IPCB_Primitive* const object = ObjectOf(stage, TObjectSet::All())) tool(&stage.board, object);
 }
 
 void ArrangeBy(Stage& stage) {

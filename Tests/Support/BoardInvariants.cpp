@@ -32,7 +32,8 @@ std::string BrokenTies(const Board& board, Primitive& object) {
   }
   if (const Net* net = As<Net>(&object)) {
     for (const Primitive* member : net->ListMembers()) {
-      if (member->GetNet() != net || !member->on_board) return "an object is not in it:" + Describe(*member);
+      // One that was just made may be on no board yet.
+      if (member->GetNet() != net) return "an object is not in it:" + Describe(*member);
     }
   }
   return {};
