@@ -19,6 +19,7 @@
 #include "Fuzz/Sequence/RandomUser.h"
 #include "Fuzz/Sequence/Steps.h"
 #include "Fuzz/Support/Check.h"
+#include "Fuzz/Support/Folder.h"
 #include "Platform/Messages.h"
 #include "Tests/Support/BoardFromText.h"
 #include "Tests/Support/BoardInvariants.h"
@@ -35,20 +36,6 @@ using Editor::HostGate;
 constexpr std::size_t kMostObjects = 24, kMostSteps = 8, kBytesPerStep = 20;
 
 const bool tells = ::getenv("KETRIL_FUZZ_TELL") != nullptr;
-
-// In memory where the system has a folder for that: the fuzzer writes many files a second.
-const std::filesystem::path& Folder() {
-  static const std::filesystem::path folder = [] {
-    const std::filesystem::path memory = "/dev/shm";
-    std::string name =
-        ((std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path()) /
-         "fuzz-sequence-XXXXXX")
-            .string();
-    Check(::mkdtemp(name.data()) != nullptr, "a folder can be made");
-    return std::filesystem::path(name);
-  }();
-  return folder;
-}
 
 // A board and the file beside it, as texts.
 struct Saved {
