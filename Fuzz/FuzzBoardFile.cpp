@@ -7,17 +7,13 @@
 
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Files/SExpression.h"
+#include "Fuzz/Support/Check.h"
 
 namespace {
 
 using namespace Ketril;
+using Fuzz::Check;
 using namespace Ketril::Editor;
-
-void Check(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 // As it was read in, each object anew.
 void CheckWriting(Board& board) {

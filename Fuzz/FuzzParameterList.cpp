@@ -9,17 +9,13 @@
 
 #include "DLLs/Tools/Frame/CoordText.h"
 #include "DLLs/Tools/Frame/RT_ParameterList.h"
+#include "Fuzz/Support/Check.h"
 
 namespace {
 
 using namespace Ketril;
+using Fuzz::Check;
 using namespace Ketril::Tools;
-
-void Check(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
 
 class MemoryStream final : public IByteStream {
  public:

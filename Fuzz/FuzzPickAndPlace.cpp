@@ -1,26 +1,18 @@
 // Pick-and-place files: whatever is in one, the tool ends without an exception, what is moveable alone has
 // moved, every line is answered for once, and where the tool was content no error was shown.
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 
 #include "Editor/Client/Client.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Model/Component.h"
+#include "Fuzz/Support/Folder.h"
 #include "Interfaces/Tools.h"
 
 namespace {
 
 using namespace Ketril;
-
-void Check(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
-  std::abort();
-}
+using Fuzz::Check;
 
 constexpr const char* kBoard = R"((kicad_pcb (version 20171130) (host pcbnew 5)
   (layers (0 F.Cu signal) (31 B.Cu signal) (36 B.SilkS user) (37 F.SilkS user))
@@ -31,20 +23,6 @@ constexpr const char* kBoard = R"((kicad_pcb (version 20171130) (host pcbnew 5)
     (pad 1 smd rect (at 1 0) (size 1 2) (layers B.Cu)) (pad 2 smd rect (at 0 3) (size 1 2) (layers B.Cu)))
   (module J locked (layer F.Cu) (at 30 10) (fp_text reference J1 (at 0 0) (layer F.SilkS)))
 ))";
-
-// In memory where the system has a folder for that: the fuzzer writes thousands a second.
-const std::filesystem::path& Folder() {
-  static const std::filesystem::path folder = [] {
-    const std::filesystem::path memory = "/dev/shm";
-    std::string name =
-        ((std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path()) /
-         "fuzz-pick-and-place-XXXXXX")
-            .string();
-    Check(::mkdtemp(name.data()) != nullptr, "a folder can be made");
-    return std::filesystem::path(name);
-  }();
-  return folder;
-}
 
 int errors = 0;
 int skipped = 0;
@@ -65,8 +43,7 @@ const Editor::ClientInstallation& Installation() {
 }
 
 void Run(const std::string& bytes, const char* name) {
-  const std::filesystem::path file = Folder() / name;
-  std::ofstream(file, std::ios::binary) << bytes;
+  const std::filesystem::path file = Fuzz::WriteFile(name, bytes);
   static const Ref<Editor::Board> board = Editor::ReadBoardText(kBoard);
   board->journal.Begin();
   errors = skipped = 0;

@@ -1,12 +1,18 @@
 // The selection expression: whatever is typed, it is taken or refused with a place within the text, and what
-// is taken can be asked about every object.
+// is taken can be asked about every object. As the scope of a rule it means the same, and nothing is refused.
 #include <cstdint>
-#include <cstdlib>
+#include <string>
 
 #include "Editor/Files/BoardFile.h"
+#include "Editor/Rules/Rule.h"
 #include "Editor/Selection/Selection.h"
+#include "Fuzz/Support/Check.h"
+#include "Platform/Text.h"
 
 namespace {
+
+using namespace Ketril::Editor;
+using Ketril::Fuzz::Check;
 
 const Ketril::Ref<Ketril::Editor::Board>& SmallBoard() {
   static const auto board = Ketril::Editor::ReadBoardText(
@@ -22,16 +28,29 @@ const Ketril::Ref<Ketril::Editor::Board>& SmallBoard() {
   return board;
 }
 
+// Asks every object. A rule's scope that is blank is for all.
+void CheckScope(const std::string& text, const Selection* selection) {
+  const auto rule = MakeRule(Ketril::eRule_Clearance);
+  rule->data.scope1 = Ketril::Platform::ToUtf16(text);
+  SmallBoard()->objects.ForEach(Ketril::TObjectSet::All(), [&](const Primitive& object) {
+    const bool has = rule->Scope1Has(&object);
+    Check(!selection || has == selection->Matches(object, *SmallBoard()),
+          "a scope means what a selection does");
+    Check(selection || text.empty() || !has, "what is no expression has no object");
+  });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace Ketril::Editor;
   const std::string text(reinterpret_cast<const char*>(data), size);
   try {
     const Selection selection(text);
-    if (selection.Apply(*SmallBoard()) > SmallBoard()->objects.Count()) std::abort();
+    Check(selection.Apply(*SmallBoard()) <= SmallBoard()->objects.Count(), "no object is counted twice");
+    CheckScope(text, &selection);
   } catch (const SelectionError& error) {
-    if (error.Column() < 1 || error.Column() > size + 1) std::abort();
+    Check(error.Column() >= 1 && error.Column() <= size + 1, "the place is in the text");
+    CheckScope(text, nullptr);
   }
   return 0;
 }

@@ -124,6 +124,7 @@ BoardPass::Place BoardPass::TakePlace() {
   place.x = in_.Word("x");
   place.y = in_.Word("y");
   if (!placement_.ToBoard(TakeNanometres(place.x), TakeNanometres(place.y), place.at)) {
+    if (edits_) throw LengthOutOfRange();  // its group was moved away
     in_.Fail(place.x.begin, "this place is out of range, which is 2147 mm");
   }
   return place;

@@ -171,6 +171,10 @@ std::string FileWords::Place(TCoordPoint place, const Placement& placement) cons
 }
 
 void FileWords::AppendPlace(std::string& text, TCoordPoint place, const Placement& placement) const {
+  // A reader asks that of the place on the board, however near its group's is. Turning rounds.
+  constexpr TCoord kFarthest = kMaxUnits - 2;
+  if (std::abs(std::int64_t{place.x}) > kFarthest || std::abs(std::int64_t{place.y}) > kFarthest)
+    throw LengthOutOfRange();
   Nanometres x = 0, y = 0;
   placement.ToFile(place, x, y);
   AppendMillimetres(text, x);

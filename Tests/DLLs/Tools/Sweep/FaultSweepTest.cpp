@@ -11,7 +11,6 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
-#include <unordered_map>
 #include <vector>
 
 #include "DLLs/Tools/Frame/ObjectScope.h"
@@ -29,6 +28,7 @@
 #include "Platform/Messages.h"
 #include "Platform/TempFiles.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/HostPairs.h"
 
 namespace Ketril {
 namespace {
@@ -457,43 +457,6 @@ TEST(FaultSweepBoard, HasEveryKindOfObject) {
   }
 }
 
-// What a tool makes and closes again, in pairs.
-struct Pair {
-  const char *open, *close, *other_close;
-};
-constexpr Pair kPairs[] = {
-    {"IPCB_Board.BoardIterator_Create", "IPCB_Board.BoardIterator_Destroy", ""},
-    {"IPCB_Board.SpatialIterator_Create", "IPCB_Board.SpatialIterator_Destroy", ""},
-    {"IPCB_Group.GroupIterator_Create", "IPCB_Group.GroupIterator_Destroy", ""},
-    {"IPCB_Primitive.BeginModify", "IPCB_Primitive.EndModify", "IPCB_Primitive.CancelModify"},
-    {"IPCB_Progress.Start", "IPCB_Progress.End", ""},
-    {"IClient.BeginShove", "IClient.EndShove", ""},
-};
-
-// Each opening that succeeded was followed by a closing call, which may itself be one that failed.
-void ExpectPairsClosed(const std::vector<std::string>& calls, std::int64_t first_failed,
-                       std::int64_t second_failed) {
-  using Step = std::pair<std::size_t, int>;  // which pair, and opened or closed
-  static const auto kSteps = [] {
-    std::unordered_map<std::string_view, Step> steps;
-    for (std::size_t n = 0; n < std::size(kPairs); ++n) {
-      steps[kPairs[n].open] = {n, 1};
-      steps[kPairs[n].close] = steps[kPairs[n].other_close] = {n, -1};
-    }
-    return steps;
-  }();
-  std::int64_t open[std::size(kPairs)] = {};
-  for (std::size_t i = 0; i < calls.size(); ++i) {
-    const auto step = kSteps.find(calls[i]);
-    if (step == kSteps.end()) continue;
-    const auto number = static_cast<std::int64_t>(i) + 1;
-    const bool failed = number == first_failed || number == second_failed;
-    const auto [pair, change] = step->second;
-    if (change < 0 || !failed) open[pair] += change;
-  }
-  for (std::size_t n = 0; n < std::size(kPairs); ++n) EXPECT_EQ(open[n], 0) << kPairs[n].open;
-}
-
 class FaultSweep : public testing::TestWithParam<SweptExport> {
  protected:
   ~FaultSweep() override {
@@ -524,7 +487,7 @@ class FaultSweep : public testing::TestWithParam<SweptExport> {
       HostGate::Disarm();
       calls = HostGate::Calls();
       EXPECT_EQ(raised, HostGate::HasFailed()) << "the failure of the host did not reach the caller";
-      ExpectPairsClosed(HostGate::Record(), k, second ? k + second : k);
+      EXPECT_EQ(Tests::UnclosedPair(HostGate::Record(), k, second ? k + second : k), "");
       EXPECT_EQ(Tools::ObjectScopeDepth, 0);
       EXPECT_EQ(Tools::PrimitiveRegistry, nullptr);
       EXPECT_EQ(Tools::NetMap, nullptr);
