@@ -143,9 +143,11 @@ void PlaceFromFile(Stage& stage) {
   Tools_PlaceFromFile(&stage.board, file.u16string());
 }
 
+// Of the groups, or of everything that a caller may name: a net is no group to dissolve.
 void UnGroup(Stage& stage) {
   constexpr TObjectSet kGroups = {eComponentObject, ePolyObject, eDimensionObject, eCoordinateObject};
-  const TObjectSet kinds = stage.bytes.Flag() ? TObjectSet::All() : kGroups;
+  constexpr TObjectSet kMore = {eComponentObject, ePolyObject, eRegionObject, ePadObject, eRuleObject};
+  const TObjectSet kinds = stage.bytes.Flag() ? kMore : kGroups;
   Tools_UnGroup(&stage.board, stage.bytes.Flag(), kinds, u"Ungroup?");
 }
 
