@@ -187,7 +187,7 @@ class PlainRun : public ToolRun {
     ExpectUndoes();
   }
 
- private:
+ protected:
   static std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
@@ -217,8 +217,26 @@ class PlainRun : public ToolRun {
       EXPECT_TRUE(may_change[line] || before[line] == after[line]) << after[line];
   }
 
+ private:
   const char* selection_;
   Tool tool_;
+};
+
+// Each way to arrange components, one after the other, each undone. That what they move is read back is tried
+// with the rows.
+class ArrangeRun final : public PlainRun {
+ public:
+  explicit ArrangeRun(std::filesystem::path path) : PlainRun(std::move(path), "component", nullptr) {}
+  void TestBody() override {
+    for (int method = eArrangeMoveToGrid; method <= eArrangeBottomSideBySide; ++method) {
+      SCOPED_TRACE("method " + std::to_string(method));
+      board_->journal.Begin();
+      Select("component");
+      Arrange(static_cast<TArrangerMethod>(method))(*board_);
+      ExpectOnlyChangedLines();
+      ExpectUndoes();
+    }
+  }
 };
 
 // With an area that places what lies in a quarter of the board, besides what areas the board has.
@@ -382,6 +400,7 @@ const Row kRows[] = {
        Tools_ReplaceSelectedPadsWithVias(&board);
      }},
     {"AlignFreeObjects", "via or track", Arrange(eArrangeBottom)},
+    {"AlignComponents", "component", Arrange(eArrangeLeftSideBySide)},
     // Texts that lie beside each other are spread one above the other: all of a board would leave the range
     // of its file.
     {"SpreadTexts", "text and name:C1*", Arrange(eArrangeSpreadY)},
@@ -436,11 +455,7 @@ void RegisterToolRuns(const std::filesystem::path& path) {
   Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
-  for (int method = eArrangeMoveToGrid; method <= eArrangeBottomSideBySide; ++method) {
-    Register("Arrange" + std::to_string(method), path, [path, method] {
-      return new PlainRun(path, "component", Arrange(static_cast<TArrangerMethod>(method)));
-    });
-  }
+  Register("ArrangeEachWay", path, [path] { return new ArrangeRun(path); });
   for (const Row& row : kRoomRows)
     Register(row.name, path, [path, &row] { return new RoomRun(path, row.selection, row.tool); });
 }
