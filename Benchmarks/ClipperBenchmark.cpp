@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "Benchmarks/ClipperShapes.h"
-#include "DLLs/Tools/Geometry/ClipPolygons.h"
+#include "DLLs/Tools/Geometry/RT_PolygonClipper.h"
 #include "Editor/Copper/Outline.h"
 #include "Editor/Files/BoardFile.h"
 

@@ -133,7 +133,6 @@ class Window {
     }
   }
   bool KeepsFailures() const { return keeps_failures_; }
-  bool LeavesEditsOpen() const { return leaves_edits_open_; }
 
  private:
   void Run() {
@@ -142,7 +141,6 @@ class Window {
     const Step& step = bytes_.OneOf(Steps().data(), Steps().size());
     if (tells) std::fprintf(stderr, "  within it: %s\n", step.name);
     keeps_failures_ = step.keeps_failures;
-    leaves_edits_open_ = step.leaves_edits_open;
     Stage stage{board_, bytes_, Folder()};
     step.run(stage);
   }
@@ -150,7 +148,7 @@ class Window {
   Board& board_;
   Bytes& bytes_;
   std::uintptr_t window_ = 0;
-  bool ran_ = false, keeps_failures_ = false, leaves_edits_open_ = false;
+  bool ran_ = false, keeps_failures_ = false;
 };
 
 // Gives how many iterators the host failed to take back.
@@ -184,10 +182,8 @@ std::int64_t Play(Board& board, Bytes& bytes) {
   HostGate::Disarm();
   const bool may_keep = step.keeps_failures || window.KeepsFailures();
   Check(raised || may_keep || !HostGate::HasFailed(), "a failure of the host reaches the caller");
-  CheckNothing(
-      Tests::UnclosedPair(HostGate::Record(), first, second ? first + second : first,
-                          HostGate::HasFailed() && (step.leaves_edits_open || window.LeavesEditsOpen())),
-      "everything is closed");
+  CheckNothing(Tests::UnclosedPair(HostGate::Record(), first, second ? first + second : first),
+               "everything is closed");
   Check(Tools::ObjectScopeDepth == 0 && !Tools::PrimitiveRegistry && !Tools::LibraryRegistry &&
             !Tools::LayerObjectRegistry && !Tools::NetMap,
         "the registries are empty");

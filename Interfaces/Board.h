@@ -207,7 +207,7 @@ class IPCB_Board2 : public IPCB_Board {
   virtual Status RemoveViaStitching() noexcept = 0;
   virtual Status RemoveViaShielding() noexcept = 0;
   virtual Status RemoveViaShieldingByIndex(std::int32_t index) noexcept = 0;
-  KETRIL_READ(std::int32_t, SmartUnionCount);
+  virtual Status GetSmartUnionCount(std::int32_t& count) noexcept = 0;
   // Empty beyond the end.
   virtual Status GetSmartUnion(std::int32_t index, Ref<IPCB_SmartUnionObject>& object) noexcept = 0;
   // Redraws.

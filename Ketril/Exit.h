@@ -14,6 +14,10 @@ enum Exit : int {
   kExit_Aborted = 4,     // the user stopped it
 };
 
+// For people, by the number.
+inline constexpr const char* kExitTexts[] = {"done", "the tool or the editor failed", "bad usage",
+                                             "the file cannot be read", "aborted by the user"};
+
 // Ends the command with a message for the user.
 class Failure : public std::runtime_error {
  public:

@@ -27,19 +27,21 @@ bool HasName(const Primitive& object, const std::string& name) {
   return Platform::EqualsIgnoringAsciiCase(object.Identifier(), Platform::ToUtf16(name));
 }
 
-// Its middle, unless something smaller lies there; then one of its members.
+// Its middle, unless something smaller lies there; then that of one of its members. A place where nothing
+// else is meant is best; one where no other component is serves those who ask for components.
 TCoordPoint ClickOn(Editor::Board& board, const Editor::Component& component) {
-  const auto meets = [&](TCoordPoint place) {
-    Editor::HitOptions click;
-    click.method = eProcessComponent;
-    return Editor::HitObject(board, place, click) == &component;
-  };
-  const TCoordPoint middle = MiddleOf(component.Bounds());
-  if (meets(middle)) return middle;
-  for (const auto& member : component.Members()) {
-    if (const TCoordPoint place = MiddleOf(member->Bounds()); meets(place)) return place;
+  std::vector<TCoordPoint> places = {MiddleOf(component.Bounds())};
+  for (const auto& member : component.Members()) places.push_back(MiddleOf(member->Bounds()));
+  for (const TObjectSet kinds : {TObjectSet::All(), TObjectSet{eComponentObject}}) {
+    const auto place = std::ranges::find_if(places, [&](TCoordPoint at) {
+      Editor::HitOptions click;
+      click.method = eProcessComponent;
+      click.kinds = kinds;
+      return Editor::HitObject(board, at, click) == &component;
+    });
+    if (place != places.end()) return *place;
   }
-  return middle;
+  return places.front();
 }
 
 // As the board file shows a place: y downwards.

@@ -65,7 +65,7 @@ nlohmann::ordered_json UnGroupSummary(const Editor::Board& board,
   ordered_json groups = ordered_json::array(), parts = ordered_json::object();
   for (const Editor::Change& change : changes) {
     const Editor::Primitive& object = *change.object;
-    if (object.Owner()) continue;
+    if (object.Owner() || object.kind == eRuleObject) continue;  // a room leaves with its zone
     if (change.kind == Editor::ChangeKind::Added) Count(parts, object);
     if (change.kind != Editor::ChangeKind::Removed) continue;
     groups.push_back({{"object", NameOf(object)},

@@ -3,9 +3,12 @@
 #include <iostream>
 #include <map>
 
+#include "Editor/Files/FileStyle.h"
 #include "Ketril/Commands.h"
+#include "Ketril/Completion.h"
 #include "Ketril/Display.h"
 #include "Ketril/Exit.h"
+#include "Ketril/Manual.h"
 #include "Ketril/Reports.h"
 
 namespace Ketril::Command {
@@ -15,8 +18,9 @@ namespace {
 constexpr const char* kSelectionHelp =
     "Objects by an expression: a kind (track, arc, via, pad, text, fill, region, zone, component, net, "
     "...),\n"
-    "all, free, locked, teardrop, smd, through, net:NAME, class:NAME, layer:NAME, component:NAME, "
+    "all, free, locked, teardrop, smd, through, room, net:NAME, class:NAME, layer:NAME, component:NAME, "
     "name:NAME,\n"
+    "sheet:NAME, component-class:NAME, group:NAME (of the components),\n"
     "in:X1,Y1,X2,Y2, combined by and, or, not and parentheses; * and ? in names. Quote it for the shell:\n"
     "  --select 'via and net:GND'   --select 'pad and component:U*'   --select 'free and in:10,10,40mm,1in'";
 
@@ -24,9 +28,8 @@ void AddUnits(CLI::App& verb, Options& options) {
   using Editor::LengthUnit;
   static const std::map<std::string, LengthUnit> kUnits{
       {"mm", LengthUnit::Millimetre}, {"mil", LengthUnit::Mil}, {"in", LengthUnit::Inch}};
-  verb.add_option("--units", options.unit,
-                  "Unit of lengths shown, and of numbers that name none: mm, mil, in")
-      ->transform(CLI::CheckedTransformer(kUnits).description(""))
+  verb.add_option("--units", options.unit, "Unit of lengths shown, and of numbers that name none")
+      ->transform(CLI::CheckedTransformer(kUnits).description("{mm,mil,in}"))
       ->type_name("UNIT")
       ->default_str("mm");
 }
@@ -38,7 +41,7 @@ void AddBoard(CLI::App& verb, Options& options) {
 void AddLook(CLI::App& app, Options& options) {
   CLI::App* list = app.add_subcommand("list", "The tools that are there, or the objects of a board");
   list->add_option("BOARD", options.board, "Board file (.kicad_pcb)");
-  list->add_option("--select", options.select, kSelectionHelp);
+  list->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
   list->add_flag("--json", options.json, "For programs to read");
   AddUnits(*list, options);
   list->callback([&options] { options.board.empty() ? ListTools(options) : ListObjects(options); });
@@ -62,7 +65,7 @@ void AddLook(CLI::App& app, Options& options) {
   draw->add_option("--highlight", options.highlight, "Show the objects of a selection brightly")
       ->type_name("SELECTION");
   draw->add_option("--beside", options.beside,
-                   "Another state of the board, to its right and at the same places")
+                   "Another state of the board (.kicad_pcb), to its right and at the same places")
       ->type_name("BOARD");
   AddUnits(*draw, options);
   draw->callback([&options] { Draw(options); });
@@ -108,7 +111,8 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
   AddBoard(*verb, options);
   verb->add_option("--select", options.select, kSelectionHelp)->type_name("SELECTION");
   CLI::Option* output =
-      verb->add_option("-o,--output", options.output, "Where the changed board goes")->type_name("FILE");
+      verb->add_option("-o,--output", options.output, "Where the changed board (.kicad_pcb) goes")
+          ->type_name("FILE");
   CLI::Option* in_place =
       verb->add_flag("--in-place", options.in_place, "Write the changed board over the given one");
   CLI::Option* dry_run =
@@ -327,21 +331,41 @@ void AddReports(CLI::App& app, Options& options) {
   display->callback([&options] { DisplayFile(options); });
 }
 
+// What the command tells about itself.
+void AddAbout(CLI::App& app, Options& options) {
+  CLI::App* completion = app.add_subcommand(
+      "completion", "The completion for a shell, as for bash: source <(ketril completion bash)");
+  completion->add_option("SHELL", options.word, "Whose")->required()->check(CLI::IsMember(Shells()));
+  completion->callback([&] { std::cout << Completion(options.word, OfferedVerbs(app)); });
+  CLI::App* manual = app.add_subcommand("manual", "The manual page: ketril manual | man -l -");
+  manual->callback([&] { std::cout << Manual(OfferedVerbs(app)); });
+  for (CLI::App* verb : {completion, manual}) verb->group("The command itself");
+}
+
+std::string ExitStatus() {
+  std::string text = "Exit status: ";
+  for (int code = 0; const char* meaning : kExitTexts)
+    text += (code ? ", " : "") + std::to_string(code) + " " + meaning, ++code;
+  return text + ".";
+}
+
 int Main(int argc, char** argv) {
   CLI::App app{"Board tools: run them on a board file, or look at one."};
   app.name("ketril");
   app.require_subcommand(1);
   app.set_help_flag("-h,--help", "This help; ketril VERB --help tells a verb's options");
-  app.set_version_flag("--version", "ketril " KETRIL_VERSION);
-  app.footer(
-      "Exit status: 0 done, 1 the tool or the editor failed, 2 bad usage, 3 the file cannot be read,\n"
-      "4 aborted by the user. The given board is never overwritten unless --in-place says so.");
+  app.set_version_flag("--version",
+                       std::string("ketril " KETRIL_VERSION "\nBoard files (.kicad_pcb) of the versions ") +
+                           Editor::kKnownVersions,
+                       "The version, and those of the board files that it reads and writes");
+  app.footer(ExitStatus() + "\nThe given board is never overwritten unless --in-place says so.");
   Options options;
   AddLook(app, options);
   AddTools(app, options);
   AddSayings(app, options);
   AddGridCorrections(app, options);
   AddReports(app, options);
+  AddAbout(app, options);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

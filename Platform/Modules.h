@@ -11,4 +11,10 @@ void RegisterModuleEntry(std::string_view module, std::string_view name, void* e
 // Null when there is no such entry.
 void* FindModuleEntry(std::string_view module, std::string_view name);
 
+// The same as a pointer of the type that the entry is known to have.
+template <class Entry>
+Entry FindModuleEntry(std::string_view module, std::string_view name) {
+  return reinterpret_cast<Entry>(FindModuleEntry(module, name));
+}
+
 }  // namespace Ketril::Platform

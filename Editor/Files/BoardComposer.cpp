@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "Editor/Files/ArcGeometry.h"
+#include "Editor/Model/SpatialIndex.h"
 
 namespace Ketril::Editor {
 
@@ -45,6 +46,10 @@ std::vector<std::string> BoardComposer::Expressions(Primitive& object) {
     }
   }
   return parts;
+}
+
+bool BoardComposer::CanShareWords(const Primitive* object) {
+  return HasPlace(object->kind) && !object->MemberList();  // nets are numbered as they are written
 }
 
 bool BoardComposer::InFootprint(const Primitive& object) const {

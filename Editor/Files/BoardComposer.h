@@ -21,6 +21,9 @@ class BoardComposer {
   // One expression as a rule. A member of a component is written for that footprint, of a polygon for that
   // zone. Gives the object an identifier.
   std::vector<std::string> Expressions(Primitive& object);
+  // True when Expressions, for an object that the words were prepared for, changes nothing that another
+  // object's expressions need, so that several threads may compose at once.
+  static bool CanShareWords(const Primitive* object);
 
   // Parts of expressions.
   static std::string Justify(const TextData& text);  // empty for what is customary
@@ -64,6 +67,7 @@ class BoardComposer {
   std::string RegionZone(Region& region);
   std::vector<std::string> Shapes(Primitive& object, const std::vector<Ring>& rings, bool filled, TCoord pen);
   std::string PolygonZone(Polygon& polygon);
+  std::string PlacementText(const PlacementArea& area) const;
   // As the copper of a zone, on the region's layer.
   std::vector<std::string> Fills(const Region& region, const std::vector<Ring>& rings) const;
   std::string Footprint(Component& component);

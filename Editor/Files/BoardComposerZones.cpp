@@ -131,6 +131,11 @@ std::string BoardComposer::RegionZone(Region& region) {
   return text + ")";
 }
 
+std::string BoardComposer::PlacementText(const PlacementArea& area) const {
+  return std::string(" (placement (enabled ") + (area.enabled ? "yes" : "no") + ") (" +
+         kPlacementWords[static_cast<int>(area.by)] + " " + words_.Text(area.name) + "))";
+}
+
 std::string BoardComposer::PolygonZone(Polygon& polygon) {
   const PolygonData& data = polygon.data;
   const FileVersion version = words_.version;
@@ -163,6 +168,7 @@ std::string BoardComposer::PolygonZone(Polygon& polygon) {
     if (version.QuotesAll()) text += rule("footprints", false);
     text += ")";
   }
+  if (data.placement.is_told) text += PlacementText(data.placement);
   text += std::string(" (fill") + (data.filled ? " yes" : "") +
           (version.QuotesAll() ? "" : " (arc_segments 32)") + " (thermal_gap " +
           FileWords::Length(data.relief_gap) + ") (thermal_bridge_width " +

@@ -98,6 +98,12 @@ class BoardPass {
     SExpressionWord no;            // the word that could say it
     std::string yes_word = "yes";  // in its place
   };
+  // `(group "name" (uuid "...") (members "..." ...))`
+  struct FileGroup {
+    std::u16string name;
+    std::string_view id;
+    std::vector<std::string_view> members;
+  };
   // The list that the pass is in.
   struct Level {
     std::size_t first_key = 0;  // of those that were seen in it
@@ -268,7 +274,7 @@ class BoardPass {
   void DimensionFields(Dimension& dimension);
   void DimensionLine(Track& track);
 
-  // BoardPassZones.cpp
+  // BoardPassShapes.cpp
   TCoordPoint Corner(const Place& x, const Place& y) const;  // of the one's x and the other's y
   void PolygonShape(Region& region);
   void Rectangle(Region& region);
@@ -278,6 +284,8 @@ class BoardPass {
   void PutCurve(const Outline& outline, const std::vector<Ring>& rings);
   void ShapeWord(const Item& item, std::uint64_t key, Region& region);
   void EndShape(Region& region, bool filled);  // `filled` when the list does not say
+
+  // BoardPassZones.cpp
   void ZoneItem(const Item& item, Group* owner);
   void Zone(Polygon& polygon);
   void ZoneWord(const Item& item, std::uint64_t key, Polygon& polygon, ZoneWords& words);
@@ -290,6 +298,13 @@ class BoardPass {
   void KeepOut(Polygon& polygon);
   void FillSettings(Polygon& polygon);
 
+  // BoardPassRooms.cpp
+  void PlacementFields(PlacementArea& area);
+  void ComponentClasses(std::vector<std::u16string>& classes);
+  void GroupItem();
+  void NameGroups();
+  void AddRooms();  // reading: behind everything that they may hold
+
   Board& board_;
   SExpressionCursor in_;
   FileWarnings* const warnings_;
@@ -297,6 +312,7 @@ class BoardPass {
   std::unordered_map<std::int32_t, Ketril::Editor::Net*> nets_;
   std::vector<TV7_Layer> layer_lines_;  // that were passed, when rewriting
   std::unordered_map<const Ketril::Editor::Net*, TCoord> default_holes_;
+  std::vector<FileGroup> groups_;
   std::vector<Via*> without_hole_;  // that were read: theirs is known when all net classes are
 
   Placement placement_;

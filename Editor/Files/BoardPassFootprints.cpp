@@ -87,6 +87,12 @@ void BoardPass::FootprintWord(const Item& item, std::uint64_t key, Component& co
     case "descr"_word:
       String(component.data.description);
       break;
+    case "sheetname"_word:
+      if (!edits_ && in_.HasWord()) component.origin.sheet = Resolved(in_.Word("a sheet"));
+      break;
+    case "component_classes"_word:
+      if (!edits_) ComponentClasses(component.origin.classes);
+      break;
     case "attr"_word:
       words.attributes = item;
       while (in_.HasWord()) {

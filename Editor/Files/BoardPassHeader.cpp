@@ -1,6 +1,8 @@
 // The board itself: its head, its layers, nets and net classes; and where new objects go.
 #include <algorithm>
+#include <iterator>
 
+#include "Editor/AllCores.h"
 #include "Editor/Files/BoardComposer.h"
 #include "Editor/Files/BoardPass.h"
 #include "Platform/Text.h"
@@ -44,6 +46,7 @@ void BoardPass::Read(Board& board, FileWarnings& warnings) {
   CheckText(board.file.text, board.file.path);
   BoardPass pass(board, &warnings);
   pass.Walk();
+  pass.AddRooms();
   for (Via* via : pass.without_hole_) via->data.hole = pass.DefaultHole(via->GetNet());
 }
 
@@ -100,6 +103,9 @@ void BoardPass::BoardItem(const Item& item, std::uint64_t key) {
       return;
     case "via"_word:
       Object(item, nullptr, &BoardPass::ViaFields);
+      return;
+    case "group"_word:
+      GroupItem();
       return;
     default:
       break;
@@ -320,19 +326,29 @@ void BoardPass::InsertNewObjects() {
     std::uint32_t at;
     std::string text;
   };
-  std::vector<New> added;
   // Those of a section that the board does not have stand at its end, in the order of the sections.
   const SourceSpan close = {in_.Position() - 1, in_.Position() - 1};
   const SourceSpan last = level_.last_end > 0 ? SourceSpan{level_.last_begin, level_.last_end} : close;
-  BoardComposer composer(*words_, {});
-  for (Primitive* object : objects_->Missing()) {
-    for (const std::string& text : composer.Expressions(*object)) {
+  const auto compose = [&](Primitive& object) {
+    std::vector<New> added;
+    for (const std::string& text : BoardComposer(*words_, {}).Expressions(object)) {
       const Section section = SectionOf(std::string_view(text).substr(1, text.find(' ') - 1));
       const SourceSpan place = sections_[section].IsEmpty() ? last : sections_[section];
-      const std::string blanks(edits_->BlanksBefore(place.begin));
-      added.push_back({section, place.end, words_->LayOut(text, blanks)});
+      added.push_back({section, place.end, words_->LayOut(text, edits_->BlanksBefore(place.begin))});
     }
+    return added;
+  };
+  const std::vector<Primitive*> missing = objects_->Missing();
+  std::vector<std::vector<New>> all(missing.size());
+  if (std::ranges::all_of(missing, BoardComposer::CanShareWords)) {
+    for (Primitive* object : missing) words_->Prepare(*object);
+    board_.index.Update();  // so that the searches change nothing
+    ForEachOnAllCores(missing.size(), [&](std::size_t i) { all[i] = compose(*missing[i]); });
+  } else {
+    std::ranges::transform(missing, all.begin(), [&](Primitive* object) { return compose(*object); });
   }
+  std::vector<New> added;
+  for (std::vector<New>& texts : all) std::ranges::move(texts, std::back_inserter(added));
   std::ranges::stable_sort(added, {}, &New::section);
   for (New& object : added) edits_->Insert(object.at, std::move(object.text));
 }

@@ -207,7 +207,7 @@ std::string ExtrasText(const Board& board) {
   Json unions = Json::object(), teardrops = Json::array(), rules = Json::array();
   std::unordered_set<std::string> told;
   board.objects.ForEach(TObjectSet::All(), [&](const Primitive& object) {
-    if (const Rule* rule = As<Rule>(&object); rule && rule->data.net_class.empty()) {
+    if (const Rule* rule = As<Rule>(&object); rule && rule->data.net_class.empty() && !rule->Zone()) {
       Json value = RuleToJson(board, rule->data);
       if (!value.is_null()) rules.push_back(std::move(value));
     }

@@ -22,7 +22,7 @@ void ReadProject(Board& board, const std::string& text);
 // are design channels. Identifiers that the board does not have are passed over; what else is in it stays in
 // it.
 void ReadExtras(Board& board, const std::string& text);
-// Empty when there is nothing to tell.
+// Empty when there is nothing to tell. Rooms that zones draw are with these.
 std::string ExtrasText(const Board& board);
 
 }  // namespace Ketril::Editor

@@ -205,6 +205,11 @@ std::string FileWords::Identifier(Primitive& primitive) const {
   return version.IsTabbed() ? " (uuid \"" + id + "\")" : " (tstamp " + id + ")";
 }
 
+void FileWords::Prepare(Primitive& primitive) {
+  NetNumber(primitive.GetNet());
+  Identifier(primitive);
+}
+
 std::string FileWords::RandomIdentifier() const {
   if (!version.HasUuids()) return {};
   const std::string id = Platform::ToUtf8(NewIdentifier());

@@ -49,6 +49,8 @@ constexpr std::int32_t kTeardropPriority = 30000;
 // word for when it has a net.
 constexpr std::string_view kRegionName = "$ketril_region$";
 constexpr std::int32_t kRegionPriority = 20000;
+// What components are placed by, as PlacementBy numbers it.
+constexpr const char* kPlacementWords[] = {"sheetname", "component_class", "group"};
 // A footprint of this library name is a pad that belongs to no component: the format has no pads but those of
 // footprints. It holds one pad, at its own place.
 constexpr std::string_view kFreePadName = "Ketril:FreePad";
@@ -78,7 +80,10 @@ class FileWords {
   // ` (uuid "...")` of the object, as this version has it. A random one when the object's own identifier has
   // not the form that the version wants: the object has that one from then on. Empty where none is needed.
   std::string Identifier(Primitive& primitive) const;
-  // The same for an expression that stands for no object of its own; empty where none is needed.
+  // Gives the object's net its number and the object its identifier: what is written of it from then on
+  // changes nothing in these words.
+  void Prepare(Primitive& primitive);
+  // The same as Identifier, for an expression that stands for no object of its own; empty where none is needed.
   std::string RandomIdentifier() const;
   std::string Fill(bool filled) const;  // the word of a drawn shape
   // True for an object that the file beside the board tells something of, so that it has to have one.

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Editor/Rules/Rule.h"
 #include "Editor/Vias/ViaUnions.h"
 
 namespace Ketril::Editor {
@@ -105,8 +106,22 @@ void Board::Remove(Primitive* primitive) {
   owner->AfterWrite();
 }
 
+namespace {
+
+std::vector<Primitive*> RoomsDrawnBy(const Board& board, const Primitive& zone) {
+  std::vector<Primitive*> rooms;
+  if (zone.kind != ePolyObject) return rooms;
+  board.objects.ForEach({eRuleObject}, [&](Primitive& rule) {
+    if (As<Rule>(&rule)->Zone() == &zone) rooms.push_back(&rule);
+  });
+  return rooms;
+}
+
+}  // namespace
+
 void Board::RemoveWithMembers(Primitive& primitive) {
   if (!primitive.on_board || primitive.board != this) return;
+  for (Primitive* room : RoomsDrawnBy(*this, primitive)) RemoveWithMembers(*room);
   journal.RecordPlace(primitive);
   RemoveMembers(primitive);
   Leave(primitive);

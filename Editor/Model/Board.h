@@ -191,7 +191,7 @@ class Board final
   Status RemoveViaStitching() noexcept override;
   Status RemoveViaShielding() noexcept override;
   Status RemoveViaShieldingByIndex(std::int32_t index) noexcept override;
-  Status GetState_SmartUnionCount(std::int32_t& value) noexcept override;
+  Status GetSmartUnionCount(std::int32_t& value) noexcept override;
   Status GetSmartUnion(std::int32_t index, Ref<IPCB_SmartUnionObject>& object) noexcept override;
   KETRIL_HOST_METHOD(IPCB_Board2, RefreshBoard, (), view->Update())
   Status RefreshBoardFor(IPCB_SmartUnionObject* object) noexcept override;

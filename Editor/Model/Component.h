@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Editor/Model/Group.h"
 #include "Editor/Model/Shapes.h"
@@ -20,11 +21,19 @@ struct ComponentData {
   friend bool operator==(const ComponentData&, const ComponentData&) = default;
 };
 
+// What a component belongs to, as its file says; no tool changes it.
+struct ComponentOrigin {
+  std::u16string sheet;                 // of the schematic, "/Power/"
+  std::vector<std::u16string> classes;  // of components
+  std::vector<std::u16string> groups;   // by name, the innermost one first
+};
+
 // Designator and comment are members, found by their role.
 class Component final : public GroupObject<Component, IPCB_Component2> {
  public:
   static constexpr TObjectId kKind = eComponentObject;
   ComponentData data;
+  ComponentOrigin origin;
 
   Component();
   Text* NameText() const;     // null when there is none

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "Editor/Copper/Distance.h"
 #include "Editor/Model/Board.h"
 #include "Editor/Model/Rooms.h"
+#include "Editor/Model/Shapes.h"
 
 namespace Ketril::Editor {
 
@@ -63,22 +65,32 @@ bool Covers(const CopperShape& shape, TCoordPoint place) {
 
 std::vector<Primitive*> HitObjects(Board& board, TCoordPoint place, HitOptions& options) {
   options.layers.Restart();
+  // A component's label may lie over a neighbour: what is there by itself comes first.
   struct Hit {
     Primitive* object;
+    bool by_label;
     double area;
+    auto Rank() const { return std::pair(by_label, area); }
   };
   std::vector<Hit> hits;
   const auto consider = [&](Primitive& object) {
     Primitive& meant = StandsFor(object, options.method);
     if (object.Has(kFlag_Hidden) || !Passes(meant, options)) return;
-    if (std::ranges::find(hits, &meant, &Hit::object) != hits.end() || !IsAt(object, place)) return;
-    hits.push_back({&meant, BoxArea(meant)});
+    const auto known = std::ranges::find(hits, &meant, &Hit::object);
+    if ((known != hits.end() && !known->by_label) || !IsAt(object, place)) return;
+    const Text* const text = &meant != &object ? As<Text>(&object) : nullptr;
+    const bool by_label = text && text->data.role != TextRole::Free;
+    if (known == hits.end()) {
+      hits.push_back({&meant, by_label, BoxArea(meant)});
+    } else {
+      known->by_label = by_label;
+    }
   };
   for (Primitive* object : board.index.Find({place.x, place.y, place.x, place.y})) consider(*object);
   if (options.kinds.Contains(eRuleObject)) {
     for (Warehouse::Walk walk(board.objects, {eRuleObject}); Primitive* rule = walk.Next();) consider(*rule);
   }
-  std::ranges::stable_sort(hits, {}, &Hit::area);
+  std::ranges::stable_sort(hits, {}, &Hit::Rank);
   std::vector<Primitive*> objects;
   for (const Hit& hit : hits) objects.push_back(hit.object);
   return objects;

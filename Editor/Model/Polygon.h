@@ -1,6 +1,7 @@
 // Objects that are rings with members: zones, and the outline of the board.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,15 @@ class RingsObject : public GroupObject<Self, Interface> {
   }
 };
 
+// What a rule area places: components by what they belong to. `name` is empty where the file names nothing.
+enum class PlacementBy : std::uint8_t { Sheet, ComponentClass, Group };
+struct PlacementArea {
+  bool is_told = false;  // the file says something of it
+  bool enabled = false;
+  PlacementBy by = PlacementBy::Sheet;
+  std::u16string name;
+};
+
 struct PolygonData {
   std::vector<Ring> rings;  // as drawn
   std::u16string name;
@@ -69,6 +79,7 @@ struct PolygonData {
   bool solid_connect = false;
   bool filled = true;
   bool keepout_tracks = false, keepout_vias = false, keepout_pads = false, keepout_copper = false;
+  PlacementArea placement;
   std::vector<TV7_Layer> layers;  // all of them; `state.layer` is the first
 };
 

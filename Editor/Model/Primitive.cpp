@@ -35,7 +35,7 @@ void VisitWithMembers(Primitive& primitive, const Visit& visit) {
 }  // namespace
 
 std::u16string NewIdentifier() {
-  static std::mt19937_64 random{std::random_device{}()};
+  thread_local std::mt19937_64 random{std::random_device{}()};
   constexpr std::string_view kForm = "xxxxxxxx-xxxx-4xxx-vxxx-xxxxxxxxxxxx";
   std::u16string id;
   for (const char c : kForm) {

@@ -132,6 +132,10 @@ class Primitive : public IInterface {
     AfterWriteWithMembers();
   }
   void SetFlag(std::uint32_t flag, bool on);  // an edit, unless the flag is scratch
+  // A bracket of edits that can be cancelled; the first begin counts, and the last end.
+  void BeginEdit();
+  void EndEdit();
+  void CancelEdit();
 
   virtual IPCB_Primitive* AsInterface() = 0;
   virtual TCoordRect Bounds() const = 0;      // of copper or ink, with line widths
@@ -192,9 +196,6 @@ class Primitive : public IInterface {
   void MoveTo(TCoordPoint place);
   void MoveBy(std::int64_t dx, std::int64_t dy);
   void TurnBy(double degrees);  // about the reference point
-  void BeginEdit();
-  void EndEdit();
-  void CancelEdit();
   bool IsSaveableIn(TKetrilFileFormatVersion version) const;
   std::u16string DescribeInDetail() const;
   void SetMaskValue(TCoord MaskData::*field, TCoord value);

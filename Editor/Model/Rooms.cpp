@@ -1,7 +1,5 @@
 #include "Editor/Model/Rooms.h"
 
-#include <algorithm>
-
 #include "Editor/Files/LayerNames.h"
 #include "Editor/Model/Board.h"
 #include "Editor/Model/HitTest.h"
@@ -40,10 +38,11 @@ Status AddAll(IInterfaceList* list, const std::vector<Primitive*>& objects) {
 }  // namespace
 
 CopperShape ShapeOfRoom(const Rule& rule) {
-  if (rule.data.rule_kind != eRule_ConfinementConstraint || rule.data.region.points.empty()) return {};
+  const Ring& region = rule.Region();
+  if (rule.data.rule_kind != eRule_ConfinementConstraint || region.points.empty()) return {};
   Area area;
   Spots& ring = area.outer.emplace_back();
-  for (const TCoordPoint point : rule.data.region.points) ring.push_back({double(point.x), double(point.y)});
+  for (const TCoordPoint point : region.points) ring.push_back({double(point.x), double(point.y)});
   return ShapeOf({std::move(area)});
 }
 
@@ -51,7 +50,7 @@ RoomContents ContentsOf(const Board& board, const Rule& room, bool by_scope, boo
   RoomContents contents;
   const CopperShape shape = ShapeOfRoom(room);
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
-    if (only_selected && !object.Has(kFlag_Selected)) return;
+    if (&object == room.Zone() || (only_selected && !object.Has(kFlag_Selected))) return;
     if (object.kind == eComponentObject) {
       const bool lies_in = LiesIn(object, shape);
       if (by_scope ? room.Scope1Has(&object) : lies_in)
@@ -92,8 +91,7 @@ Primitive* LooseGroup::MemberAt(std::int32_t index) const {
 }
 
 bool LooseGroup::HasMember(const Primitive& primitive) const {
-  return std::any_of(listed_.begin(), listed_.end(),
-                     [&](const Ref<Primitive>& member) { return member.Get() == &primitive; });
+  return known_.contains(&primitive);
 }
 
 TCoordRect LooseGroup::Bounds() const {
@@ -108,7 +106,7 @@ void LooseGroup::Transform(const PlaneMap& map) {
 
 Status LooseGroup::Register(Primitive* member) {
   if (!member || !CanOwn(*member)) return Status::InvalidArgument;
-  if (!HasMember(*member)) listed_.emplace_back(member);
+  if (known_.insert(member).second) listed_.emplace_back(member);
   return Status::Ok;
 }
 

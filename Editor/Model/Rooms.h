@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "Editor/Copper/CopperShape.h"
@@ -17,8 +18,8 @@ CopperShape ShapeOfRoom(const Rule& rule);
 struct RoomContents {
   std::vector<Primitive*> components, others, free_objects, unions;
 };
-// As IPCB_BoardRooms tells it. A thing lies in a room when the corners of its box do. The lines of the
-// board's edge and of the rats' nest never belong to one.
+// As IPCB_BoardRooms tells it, without the zone that draws the room. A thing lies in a room when the corners
+// of its box do. The lines of the board's edge and of the rats' nest never belong to one.
 RoomContents ContentsOf(const Board& board, const Rule& room, bool by_scope, bool only_selected);
 
 // Asks the board and fills the lists that are there.
@@ -45,9 +46,13 @@ class LooseGroup final : public GroupObject<LooseGroup, IPCB_Group2> {
 
  private:
   Status Register(Primitive* member) override;
-  void UnregisterAll() override { listed_.clear(); }
+  void UnregisterAll() override {
+    listed_.clear();
+    known_.clear();
+  }
 
   std::vector<Ref<Primitive>> listed_;
+  std::unordered_set<const Primitive*> known_;  // those of the list
 };
 
 class RoomArrangeOptions final : public HostObject<IPCB_RoomArrangeOptions> {

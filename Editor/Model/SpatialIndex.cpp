@@ -143,6 +143,7 @@ void SpatialIndex::Rebuild() {
 }
 
 void SpatialIndex::Update() {
+  if (tree_ && tree_->notes.empty()) return;
   if (tree_) {
     tree_->SortNotes();
     // Packing anew is faster than so many single changes, and forgets the entries of what left.

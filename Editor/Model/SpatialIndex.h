@@ -31,6 +31,9 @@ class SpatialIndex {
   void Remove(const Primitive& primitive);
   // After objects came back to old places: the next search builds the tree anew.
   void Rebuild();
+  // Brings the tree up to date: as long as nothing on the board changes after it, several threads may search
+  // at once.
+  void Update();
 
   // Ascends with each of the calls above: what was computed from the board's objects is good while it stays.
   std::uint64_t Revision() const { return revision_; }
@@ -39,7 +42,6 @@ class SpatialIndex {
 
  private:
   struct Tree;
-  void Update();
   void Note(const Primitive& primitive);
 
   const Warehouse& objects_;

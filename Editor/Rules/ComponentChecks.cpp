@@ -87,8 +87,8 @@ std::optional<Violation> CheckConfinement(Rule& room, Component& component) {
   const bool is_its_side = component.state.layer == TV7_Layer(data.region_layer);
   if (!room.Scope1Has(&component)) return std::nullopt;
   const TCoordRect box = component.Bounds();
-  const bool broken = data.confinement == eConfineIn ? !is_its_side || !IsBoxWithin(box, data.region)
-                                                     : is_its_side && DoesBoxMeet(box, data.region);
+  const bool broken = data.confinement == eConfineIn ? !is_its_side || !IsBoxWithin(box, room.Region())
+                                                     : is_its_side && DoesBoxMeet(box, room.Region());
   if (!broken) return std::nullopt;
   return Violation{Ref<Primitive>(&component), Ref<Primitive>(&room), component.state.layer, 0, 0,
                    ViolationKind::Confinement};

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Editor/Model/Board.h"
+#include "Editor/Model/Polygon.h"
 #include "Editor/Rules/Clearance.h"
 #include "Editor/Rules/ComponentChecks.h"
 #include "Editor/Selection/Selection.h"
@@ -39,6 +40,13 @@ class RuleObject : public PrimitiveObject<Self, Rule, Interfaces...> {
   KETRIL_HOST_METHOD(IPCB_Rule2, ActualCheck,
                      (IPCB_Primitive * p1, IPCB_Primitive* p2, Ref<IPCB_ViolationReport>& violations),
                      this->CheckPair(p1, p2, violations))
+
+  // A rule is told by its identifier, and a replica is the same rule.
+  Ref<Primitive> FreeCopy() const override {
+    Ref<Primitive> copy = PrimitiveObject<Self, Rule, Interfaces...>::FreeCopy();
+    copy->SetUniqueId(this->UniqueId());
+    return copy;
+  }
 };
 
 class PlainRule final : public RuleObject<PlainRule, IPCB_Rule2> {};
@@ -93,16 +101,23 @@ class ComponentRule final : public RuleObject<ComponentRule, IPCB_ComponentClear
 
 class RoomRule final : public RuleObject<RoomRule, IPCB_ConfinementConstraint2, IPCB_RegionShape3> {
  public:
+  // A copy has its region to itself.
+  Ref<Primitive> Copy() const override {
+    const Ref<Primitive> copy = RuleObject::Copy();
+    As<Rule>(copy.Get())->data.region = Region();
+    return copy;
+  }
+
   KETRIL_HOST_READ(IPCB_ConfinementConstraint2, TConfinementStyle, Kind, data.confinement)
   KETRIL_HOST_READ(IPCB_ConfinementConstraint2, bool, IncludeInFormatCopy, true)
   KETRIL_HOST_PROPERTY(IPCB_ConfinementConstraint2, bool, LockComponents, data.lock_components)
   KETRIL_HOST_READ(IPCB_ConfinementConstraint2, TV6_Layer, RegionLayer, data.region_layer)
   KETRIL_HOST_METHOD(IPCB_RegionShape, GetState_Segments, (std::int32_t index, TPolySegment& segment),
-                     SegmentOf(data.region, index, segment))
+                     SegmentOf(Region(), index, segment))
   KETRIL_HOST_METHOD(IPCB_RegionShape, SetState_Segments, (std::int32_t index, const TPolySegment& segment),
-                     Edit([&] { return PutSegment(data.region, index, segment); }))
+                     Edit([&] { return PutSegment(EditRegion(), index, segment); }))
   KETRIL_HOST_PAIR(IPCB_RegionShape3, std::int32_t, PointCount,
-                   static_cast<std::int32_t>(data.region.points.size()), Resize(value))
+                   static_cast<std::int32_t>(Region().points.size()), Resize(value))
   KETRIL_HOST_METHOD(IPCB_RegionShape3, IncrementPointCount, (), Resize(Points() + 1))
   KETRIL_HOST_METHOD(IPCB_RegionShape3, DecrementPointCount, (), Resize(Points() - 1))
   KETRIL_HOST_METHOD(IPCB_RegionShape, RemoveRedundantVertices, (), Status::Ok)
@@ -110,17 +125,20 @@ class RoomRule final : public RuleObject<RoomRule, IPCB_ConfinementConstraint2, 
   KETRIL_HOST_METHOD(IPCB_RegionShape, SynchronizeShapeFromGPCPoly, (), Status::Ok)
 
  private:
-  std::int32_t Points() const { return static_cast<std::int32_t>(data.region.points.size()); }
+  std::int32_t Points() const { return static_cast<std::int32_t>(Region().points.size()); }
   template <class Action>
   Status Edit(Action action) {
     Status status = Status::Ok;
-    Write([&] { status = action(); });
+    const auto edit = [&] { status = action(); };
+    Write([&] { Zone() ? Zone()->Write(edit) : edit(); });
     return status;
   }
   Status Resize(std::int32_t count) {
     if (count < 0) return Status::InvalidArgument;
-    Write([&] { data.region.points.resize(static_cast<std::size_t>(count)); });
-    return Status::Ok;
+    return Edit([&] {
+      EditRegion().points.resize(static_cast<std::size_t>(count));
+      return Status::Ok;
+    });
   }
 };
 
@@ -137,10 +155,46 @@ Rule::Rule(TObjectId kind) : Primitive(kind) {
 
 Rule::~Rule() = default;
 
+void Rule::DrawBy(Polygon& zone) {
+  zone_ = Ref<Polygon>(&zone);
+}
+
+const Ring& Rule::Region() const {
+  return zone_ && !zone_->data.rings.empty() ? zone_->data.rings.front() : data.region;
+}
+
+Ring& Rule::EditRegion() {
+  return const_cast<Ring&>(Region());
+}
+
 TCoordRect Rule::Bounds() const {
   Extent extent;
-  for (const TCoordPoint point : data.region.points) extent.Add(point);
+  for (const TCoordPoint point : Region().points) extent.Add(point);
   return extent.Rect();
+}
+
+void Rule::Transform(const PlaneMap& map) {
+  map.Apply(data.region.points);
+  if (zone_) zone_->WriteWithMembers([&] { zone_->Transform(map); });
+}
+
+void Rule::BeginEdit() {
+  Primitive::BeginEdit();
+  if (zone_) zone_->BeginEdit();
+}
+
+void Rule::EndEdit() {
+  Primitive::EndEdit();
+  if (zone_) zone_->EndEdit();
+}
+
+void Rule::CancelEdit() {
+  Primitive::CancelEdit();
+  if (zone_) zone_->CancelEdit();
+}
+
+bool Rule::IsMoveable() const {
+  return Primitive::IsMoveable() && !(zone_ && zone_->Has(kFlag_Locked));
 }
 
 bool Rule::Has(std::unique_ptr<Scope>& scope, const std::u16string& text, const Primitive* object) const {

@@ -13,6 +13,7 @@ namespace Ketril::Editor {
 enum class Test {
   All,
   Kind,
+  Room,
   Free,
   Locked,
   Selected,
@@ -23,6 +24,9 @@ enum class Test {
   OfClass,
   OnLayer,
   OfComponent,
+  OfSheet,
+  OfComponentClass,
+  OfGroup,
   Named,
   Within,
   Not,
@@ -93,13 +97,16 @@ constexpr std::array kWords{
     Word{u"net", Test::Kind, eNetObject},
     Word{u"dimension", Test::Kind, eDimensionObject},
     Word{u"rule", Test::Kind, eRuleObject},
+    Word{u"room", Test::Room, eNoObject},
     Word{u"body", Test::Kind, eComponentBodyObject},
     Word{u"connection", Test::Kind, eConnectionObject},
 };
 constexpr std::array kKeys{
     Word{u"net", Test::OnNet, eNoObject},     Word{u"class", Test::OfClass, eNoObject},
     Word{u"layer", Test::OnLayer, eNoObject}, Word{u"component", Test::OfComponent, eNoObject},
-    Word{u"name", Test::Named, eNoObject},    Word{u"in", Test::Within, eNoObject},
+    Word{u"sheet", Test::OfSheet, eNoObject}, Word{u"component-class", Test::OfComponentClass, eNoObject},
+    Word{u"group", Test::OfGroup, eNoObject}, Word{u"name", Test::Named, eNoObject},
+    Word{u"in", Test::Within, eNoObject},
 };
 
 template <class Table>
@@ -271,6 +278,16 @@ const Component* ComponentOf(const Primitive& object) {
   return self ? self : object.OwnerAs<Component>();
 }
 
+bool IsAnyOf(const std::vector<std::u16string>& names, const std::u16string& pattern) {
+  return std::ranges::any_of(names,
+                             [&](const std::u16string& name) { return MatchesPattern(name, pattern); });
+}
+
+bool IsRoom(const Primitive& object) {
+  const Rule* const rule = As<Rule>(&object);
+  return rule && rule->data.rule_kind == eRule_ConfinementConstraint;
+}
+
 bool IsNamed(const Primitive& object, const std::u16string& pattern) {
   if (const Pad* pad = As<Pad>(&object)) return MatchesPattern(pad->data.name, pattern);
   if (const Net* net = As<Net>(&object)) return MatchesPattern(net->data.name, pattern);
@@ -299,6 +316,8 @@ bool Matches(const Node& node, const Primitive& object, const Board& board) {
       return true;
     case Test::Kind:
       return object.kind == node.kind;
+    case Test::Room:
+      return IsRoom(object);
     case Test::Free:
       return object.Owner() == nullptr;
     case Test::Locked:
@@ -322,6 +341,15 @@ bool Matches(const Node& node, const Primitive& object, const Board& board) {
     case Test::OfComponent: {
       const Component* component = ComponentOf(object);
       return component && MatchesPattern(component->Designator(), node.name);
+    }
+    case Test::OfSheet:
+    case Test::OfComponentClass:
+    case Test::OfGroup: {
+      const Component* component = ComponentOf(object);
+      if (!component) return false;
+      const ComponentOrigin& origin = component->origin;
+      if (node.test == Test::OfSheet) return MatchesPattern(origin.sheet, node.name);
+      return IsAnyOf(node.test == Test::OfGroup ? origin.groups : origin.classes, node.name);
     }
     case Test::Named:
       return IsNamed(object, node.name);

@@ -6,12 +6,15 @@
 //   component:R* and in:100,80,120,95   resistors within a rectangle
 //
 // Words that stand alone: a kind (track, arc, via, pad, text, fill, region, zone, component, net, dimension,
-// rule, body, connection), all, free (member of no group), locked, selected, teardrop, smd, through.
+// rule, room, body, connection), all, free (member of no group), locked, selected, teardrop, smd, through.
 // Words with a value, where * and ? in a name match any characters and any one:
 //   net:NAME          the object is on that net
 //   class:NAME        its net is of that net class
 //   layer:NAME        it stands on that layer: the file's name (F.Cu), the user's, or top, bottom, multi
 //   component:NAME    it is that component or a member of it, by designator
+//   sheet:NAME        it is a component of that sheet of the schematic, "/Power/", or a member of one
+//   component-class:NAME  the same, of that class of components
+//   group:NAME        the same, in that group, or in one within it
 //   name:NAME         its own name: a pad's, a net's, a component's, a text's string
 //   in:X1,Y1,X2,Y2    its box lies within the rectangle; places as in the board file (y down), in mm or with
 //                     a unit: 10mm, 400mil, 0.4in

@@ -31,7 +31,7 @@ KETRIL_BOARD_METHOD(RemoveViaStitching, (), Unions().Remove(eUnionKind_ViaStitch
 KETRIL_BOARD_METHOD(RemoveViaShielding, (), Unions().Remove(eUnionKind_ViaShielding))
 KETRIL_BOARD_METHOD(RemoveViaShieldingByIndex, (std::int32_t index),
                     Unions().RemoveByIndex(eUnionKind_ViaShielding, index))
-KETRIL_BOARD_METHOD(GetState_SmartUnionCount, (std::int32_t & value),
+KETRIL_BOARD_METHOD(GetSmartUnionCount, (std::int32_t & value),
                     void(value = static_cast<std::int32_t>(Unions().List().size())))
 KETRIL_BOARD_METHOD(GetSmartUnion, (std::int32_t index, Ref<IPCB_SmartUnionObject>& object),
                     void(object = Unions().At(index)))

@@ -250,7 +250,7 @@ const Step kSteps[] = {
     {"CorrectToGrid", CorrectToGrid},
     {"Shove", WithView<Tools_ShoveComponents>},
     {"PositionTexts", PositionTexts},
-    {"PlaceFromFile", PlaceFromFile, false, true},
+    {"PlaceFromFile", PlaceFromFile, true},
     {"Swap", WithView<Tools_SwapComponents>},
     {"UnGroup", UnGroup},
     {"MakeMicrostrips", MakeMicrostrips},
@@ -276,7 +276,7 @@ const Step kSteps[] = {
     {"Shield", WithBoth<Tools_ApplyViaShielding>},
     {"StitchState", AskState<Tools_GetViaStitchingCommandState>},
     {"ShieldState", AskState<Tools_GetViaShieldingCommandState>},
-    {"UnusedPads", OnBoard<Tools_RemoveUnusedPads>, true},
+    {"UnusedPads", OnBoard<Tools_RemoveUnusedPads>},
 };
 
 }  // namespace

@@ -18,9 +18,7 @@ struct Stage {
 struct Step {
   const char* name;
   void (*run)(Stage& stage);
-  // What is not so of the others:
-  bool leaves_edits_open = false;  // when a host call fails
-  bool keeps_failures = false;     // tells them to the user
+  bool keeps_failures = false;  // tells those of the host to the user, as the others do not
 };
 
 std::span<const Step> Steps();

@@ -12,6 +12,8 @@
 #include "Editor/Client/Parameters.h"
 #include "Editor/Copper/CopperMeasure.h"
 #include "Editor/Files/BoardFile.h"
+#include "Editor/Files/Units.h"
+#include "Editor/Model/Rooms.h"
 #include "Editor/Rules/Clearance.h"
 #include "Editor/Selection/Selection.h"
 #include "Editor/Vias/ViaUnions.h"
@@ -81,10 +83,11 @@ class ToolRun : public testing::Test {
  protected:
   ~ToolRun() override { Tools::ReleasePCBServer(); }
   void SetUp() override {
-    board_ = Editor::ReadBoardText(Editor::ReadBoard(path_)->file.text);
+    board_ = Editor::ReadBoardText(Text());
     before_ = DescribeBoard(*board_);
     board_->journal.Begin();
   }
+  virtual std::string Text() const { return Editor::ReadBoard(path_)->file.text; }
   void Select(const char* expression) {
     EXPECT_GT(Editor::Selection(expression, Editor::LengthUnit::Millimetre).Apply(*board_), 0u) << expression;
   }
@@ -172,7 +175,7 @@ class LegacyTeardropRun final : public ToolRun {
   const char16_t* style_;
 };
 
-class PlainRun final : public ToolRun {
+class PlainRun : public ToolRun {
  public:
   PlainRun(std::filesystem::path path, const char* selection, Tool tool)
       : ToolRun(std::move(path)), selection_(selection), tool_(std::move(tool)) {}
@@ -216,6 +219,28 @@ class PlainRun final : public ToolRun {
 
   const char* selection_;
   Tool tool_;
+};
+
+// With an area that places what lies in a quarter of the board, besides what areas the board has.
+class RoomRun final : public PlainRun {
+ public:
+  using PlainRun::PlainRun;
+
+ private:
+  std::string Text() const override {
+    const Ref<Board> board = Editor::ReadBoard(path_);
+    const TCoordRect box = board->Extents();
+    const TCoordPoint middle{box.x1 / 2 + box.x2 / 2, box.y1 / 2 + box.y2 / 2};
+    std::string corners, text = board->file.text;
+    for (const TCoordPoint at : {TCoordPoint{box.x1, box.y1}, {middle.x, box.y1}, middle, {box.x1, middle.y}})
+      corners += " (xy " + Editor::FormatMillimetres(Editor::ToNanometres(at.x)) + " " +
+                 Editor::FormatMillimetres(Editor::ToNanometres(-at.y)) + ")";
+    return text.insert(
+        text.rfind(')'),
+        "(zone (net 0) (net_name \"\") (layers *.Cu) (placement (enabled yes) (sheetname \"\"))\n"
+        "(polygon (pts" +
+            corners + ")))\n");
+  }
 };
 
 // Components that change places, the first with the last and so on, and change back: to the byte, where they
@@ -356,16 +381,15 @@ const Row kRows[] = {
        Tools_ReplaceSelectedViasWithPads(&board);
        Tools_ReplaceSelectedPadsWithVias(&board);
      }},
-    {"AlignLeft", "component", Arrange(eArrangeLeft)},
-    {"AlignTopSideBySide", "component", Arrange(eArrangeTopSideBySide)},
-    {"ExpandX", "component", Arrange(eArrangeExpandX)},
-    {"ContractY", "component", Arrange(eArrangeContractY)},
-    {"SpreadX", "component", Arrange(eArrangeSpreadX)},
-    {"MoveToGrid", "component", Arrange(eArrangeMoveToGrid)},
     {"AlignFreeObjects", "via or track", Arrange(eArrangeBottom)},
     // Texts that lie beside each other are spread one above the other: all of a board would leave the range
     // of its file.
     {"SpreadTexts", "text and name:C1*", Arrange(eArrangeSpreadY)},
+    {"ToRectangle", "component",
+     [](Board& board) {
+       const TCoordRect box = board.Extents();
+       Tools_RunArrangeToRectangle(&board, board.view.Get(), box.x1, box.y1, box.x2, box.y2);
+     }},
     {"OutsideBoard", "component",
      [](Board& board) { Tools_AutoPlaceOutsideBoard(&board, board.view.Get()); }},
     {"AllToTheGrid", "component", [](Board& board) { Tools_MoveAllCompsToGrid(&board); }},
@@ -379,6 +403,16 @@ const Row kRows[] = {
      [](Board& board) {
        Tools_AutopositionText(&board, eAutoPos_TopCenter, eAutoPos_BottomLeft, false, false);
      }},
+};
+
+const Row kRoomRows[] = {
+    {"RoomsToTheGrid", "room", [](Board& board) { Tools_MoveAllRoomsToGrid(&board); }},
+    {"ArrangeRooms", "room",
+     [](Board& board) {
+       const auto options = Editor::MakeHost<Editor::RoomArrangeOptions>();
+       Tools_RunRoomArrange(&board, board.view.Get(), options.Get());
+     }},
+    {"ToRoom", "room", [](Board& board) { Tools_RunArrangeToRoom(&board, board.view.Get(), u"Room"); }},
 };
 
 void Register(const std::string& run, const std::filesystem::path& path,
@@ -402,6 +436,13 @@ void RegisterToolRuns(const std::filesystem::path& path) {
   Register("SwapTwice", path, [path] { return new SwapRun(path); });
   for (const Row& row : kRows)
     Register(row.name, path, [path, &row] { return new PlainRun(path, row.selection, row.tool); });
+  for (int method = eArrangeMoveToGrid; method <= eArrangeBottomSideBySide; ++method) {
+    Register("Arrange" + std::to_string(method), path, [path, method] {
+      return new PlainRun(path, "component", Arrange(static_cast<TArrangerMethod>(method)));
+    });
+  }
+  for (const Row& row : kRoomRows)
+    Register(row.name, path, [path, &row] { return new RoomRun(path, row.selection, row.tool); });
 }
 
 }  // namespace Ketril::Tests

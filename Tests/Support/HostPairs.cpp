@@ -1,6 +1,9 @@
 #include "Tests/Support/HostPairs.h"
 
+#include <iterator>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 
 namespace Ketril::Tests {
 
@@ -21,17 +24,27 @@ constexpr Pair kPairs[] = {
 }  // namespace
 
 std::string UnclosedPair(const std::vector<std::string>& calls, std::int64_t first_failed,
-                         std::int64_t second_failed, bool leaves_edits_open) {
-  for (const Pair& pair : kPairs) {
-    if (leaves_edits_open && std::string_view(pair.open) == "IPCB_Primitive.BeginModify") continue;
-    std::int64_t open = 0;
-    for (std::size_t i = 0; i < calls.size(); ++i) {
-      const auto number = static_cast<std::int64_t>(i) + 1;
-      const bool failed = number == first_failed || number == second_failed;
-      if (calls[i] == pair.open && !failed) ++open;
-      if (calls[i] == pair.close || calls[i] == pair.other_close) --open;
+                         std::int64_t second_failed) {
+  using Step = std::pair<std::size_t, int>;  // which pair, and opened or closed
+  static const auto kSteps = [] {
+    std::unordered_map<std::string_view, Step> steps;
+    for (std::size_t n = 0; n < std::size(kPairs); ++n) {
+      steps[kPairs[n].open] = {n, 1};
+      steps[kPairs[n].close] = steps[kPairs[n].other_close] = {n, -1};
     }
-    if (open != 0) return pair.open;
+    return steps;
+  }();
+  std::int64_t open[std::size(kPairs)] = {};
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    const auto step = kSteps.find(calls[i]);
+    if (step == kSteps.end()) continue;
+    const auto number = static_cast<std::int64_t>(i) + 1;
+    const bool failed = number == first_failed || number == second_failed;
+    const auto [pair, change] = step->second;
+    if (change < 0 || !failed) open[pair] += change;
+  }
+  for (std::size_t n = 0; n < std::size(kPairs); ++n) {
+    if (open[n] != 0) return kPairs[n].open;
   }
   return {};
 }

@@ -9,8 +9,7 @@ namespace Ketril::Tests {
 
 // The first opening call of the record (Editor/HostCall.h) that no closing call followed, "" for none. The
 // failed calls count from 1, 0 for none: an opening that failed opened nothing, a closing that failed counts.
-// `leaves_edits_open`: edits are not looked at.
 std::string UnclosedPair(const std::vector<std::string>& calls, std::int64_t first_failed,
-                         std::int64_t second_failed, bool leaves_edits_open = false);
+                         std::int64_t second_failed);
 
 }  // namespace Ketril::Tests

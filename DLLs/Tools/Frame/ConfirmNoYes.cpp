@@ -10,6 +10,10 @@ namespace Ketril::Tools {
 
 bool InTestMode() {
   if (const char* variable = std::getenv("KETRIL_TEST_MODE"); variable && *variable) return true;
+  return ClientIsInTestMode();
+}
+
+bool ClientIsInTestMode() {
   const Ref<IClient> client = Client();
   return client && On(client).Read(&IClient::GetState_InTestMode);
 }

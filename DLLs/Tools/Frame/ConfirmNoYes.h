@@ -11,5 +11,6 @@ bool ConfirmNoYes(const std::u16string& text);
 
 // The host says so, or the environment variable KETRIL_TEST_MODE is set and not empty.
 bool InTestMode();
+bool ClientIsInTestMode();  // the host alone
 
 }  // namespace Ketril::Tools

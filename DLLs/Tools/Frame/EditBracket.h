@@ -1,33 +1,26 @@
 // The bracket of a change: what surrounds the writes to an object that is on a board.
 #pragma once
 
-#include "DLLs/Tools/Frame/PrimitivesBoard.h"
+#include "DLLs/Tools/Frame/PrimitivesBase.h"
+#include "DLLs/Tools/Frame/RunFinally.h"
 
 namespace Ketril::Tools {
 
-// The object is erased from the view and its edit begun; `End` closes the edit, has the object drawn at its
-// new place and marks the document as changed:
-//
-//   EditBracket edit(board, track);
-//   track->SetWidth(width);
-//   edit.End();
-//
-// A bracket that ends without `End`, because the writes raised, abandons the edit: the host cancels it, the
-// object is drawn as it was, and the document is not marked. Each step raises EHostError when the host fails.
-class EditBracket {
- public:
-  EditBracket(TBoard* board, TPrimitive* primitive);
-  ~EditBracket();
-  EditBracket(const EditBracket&) = delete;
-  EditBracket& operator=(const EditBracket&) = delete;
+// Begins the edit of an object, runs `edit`, ends the edit and runs `after`, these two also when `edit`
+// raises: what it did until then stays, and no bracket is left open. Raises what `edit` raises, and
+// EHostError when the host fails.
+template <class Edit, class After>
+void EditInBracket(TPrimitive* primitive, Edit&& edit, After&& after) {
+  primitive->BeginModify(true);
+  RunFinally(edit, [&] {
+    primitive->EndModify(nullptr);
+    after();
+  });
+}
 
-  // Once, as the last step.
-  void End();
-
- private:
-  TBoard* board_;
-  TPrimitive* primitive_;
-  bool open_ = false;
-};
+template <class Edit>
+void EditInBracket(TPrimitive* primitive, Edit&& edit) {
+  EditInBracket(primitive, edit, [] {});
+}
 
 }  // namespace Ketril::Tools

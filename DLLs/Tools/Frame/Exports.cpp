@@ -6,7 +6,7 @@
 #include "DLLs/Tools/Frame/ToolFrame.h"
 #include "DLLs/Tools/Placement/AlignTool.h"
 #include "DLLs/Tools/Placement/AutoPlaceNew.h"
-#include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
+#include "DLLs/Tools/Placement/AutoPlacementTool.h"
 #include "DLLs/Tools/Placement/PlaceFromFile.h"
 #include "DLLs/Tools/Placement/SwapComponents.h"
 #include "DLLs/Tools/Reports/PickNPlace.h"
@@ -14,9 +14,9 @@
 #include "DLLs/Tools/Reports/TextReportFile.h"
 #include "DLLs/Tools/Teardrops/TeardropTools.h"
 #include "DLLs/Tools/Vias/PadToVia.h"
-#include "DLLs/Tools/Vias/UnusedPads.h"
-#include "DLLs/Tools/Vias/ViaShielding.h"
-#include "DLLs/Tools/Vias/ViaStitching.h"
+#include "DLLs/Tools/Vias/UnusedPadsRemoval.h"
+#include "DLLs/Tools/Vias/ViaShieldingManager.h"
+#include "DLLs/Tools/Vias/ViaStitchingManager.h"
 #include "Interfaces/Tools.h"
 
 namespace Ketril {

@@ -25,10 +25,10 @@ std::optional<Number> Convert(std::u16string_view text) {
   return number;
 }
 
-template <class Number>
-std::u16string ToText(Number number) {
-  char buffer[32];  // the longest double, "-2.2250738585072014e-308", has 24 characters
-  char* const end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
+template <class Number, class... Format>
+std::u16string ToText(Number number, Format... format) {
+  char buffer[1100];  // the smallest double has 1077 characters without an exponent
+  char* const end = std::to_chars(buffer, buffer + sizeof buffer, number, format...).ptr;
   return std::u16string(buffer + 0, end);
 }
 
@@ -48,6 +48,10 @@ std::u16string Int64ToText(std::int64_t number) {
 
 std::u16string DoubleToText(double number) {
   return ToText(number);
+}
+
+std::u16string PlainDoubleToText(double number) {
+  return ToText(number, std::chars_format::fixed);
 }
 
 }  // namespace Ketril::Tools

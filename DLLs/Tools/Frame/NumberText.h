@@ -21,6 +21,7 @@ std::optional<double> TextToDouble(std::u16string_view text);
 // The shortest texts that read back as the same number. `number` is finite.
 std::u16string Int64ToText(std::int64_t number);
 std::u16string DoubleToText(double number);
+std::u16string PlainDoubleToText(double number);  // never with an exponent
 
 // Reads the value of a parameter: as above, but a text of blanks, or of nothing, is 0. False leaves `number`
 // alone.

@@ -10,8 +10,8 @@ Ref<IPCB_ServerInterface> server;
 }
 
 Ref<IClient> Client() {
-  void* const entry = Platform::FindModuleEntry(kModule_Ketril, kEntry_GetClient);
-  return entry ? reinterpret_cast<ClientAPI_GetClient>(entry)() : nullptr;
+  const auto entry = Platform::FindModuleEntry<ClientAPI_GetClient>(kModule_Ketril, kEntry_GetClient);
+  return entry ? entry() : nullptr;
 }
 
 Ref<IPCB_ServerInterface> PCBServer() {

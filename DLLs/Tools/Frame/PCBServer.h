@@ -11,7 +11,7 @@ Ref<IClient> Client();
 // The server "PCB", which makes objects and layer sets: fetched on first use and kept until it is released.
 // Empty when there is none. Raises EHostError when the client fails.
 Ref<IPCB_ServerInterface> PCBServer();
-// Lets go of the server that is kept, for an editor that ends before the library is unloaded.
+// Lets go of the server that is kept, for tests, whose editors come and go while the library stays.
 void ReleasePCBServer();
 
 }  // namespace Ketril::Tools

@@ -87,7 +87,7 @@ class TPrimitive : public TContainedObject {
   virtual TNet* GetLogicalNet() const;
   virtual void Import_FromUser_Execute() { throw ENotImplementedException(); }
   virtual void MoveByXY(TCoord dx, TCoord dy);
-  // The bracket of a change, see EditBracket. The arguments are taken for form only.
+  // The bracket of a change, see EditInBracket. The arguments are taken for form only.
   virtual void BeginModify(bool push_state);
   virtual void EndModify(const void* event_data);
   virtual void CancelModify(bool pop_state);

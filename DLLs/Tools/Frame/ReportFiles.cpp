@@ -11,23 +11,16 @@
 
 namespace Ketril::Tools {
 
-namespace {
-
-template <class Entry>
-Entry FindEntry(const char* name) {
-  return reinterpret_cast<Entry>(Platform::FindModuleEntry(kModule_Ketril, name));
-}
-
-}  // namespace
-
 std::u16string ForceFileNameExtension(const std::u16string& file_name, const std::u16string& extension) {
-  if (const auto entry = FindEntry<ClientAPI_ForceFileNameExtension>(kEntry_ForceFileNameExtension))
+  if (const auto entry = Platform::FindModuleEntry<ClientAPI_ForceFileNameExtension>(
+          kModule_Ketril, kEntry_ForceFileNameExtension))
     return entry(file_name, extension);
   return std::filesystem::path(file_name).replace_extension(extension).u16string();
 }
 
 std::u16string ExtractWholeFileNameFromPath(const std::u16string& path) {
-  if (const auto entry = FindEntry<ClientAPI_ExtractWholeFileNameFromPath>(kEntry_ExtractWholeFileName))
+  if (const auto entry = Platform::FindModuleEntry<ClientAPI_ExtractWholeFileNameFromPath>(
+          kModule_Ketril, kEntry_ExtractWholeFileName))
     return entry(path);
   return std::filesystem::path(path).filename().u16string();
 }

@@ -5,8 +5,9 @@
 namespace Ketril::Tools {
 
 Ref<IOrvexWorkSpace> Workspace() {
-  void* const entry = Platform::FindModuleEntry(kModule_WorkspaceManager, kEntry_GetWorkspace);
-  return entry ? reinterpret_cast<WorkspaceManager_GetWorkspace>(entry)() : nullptr;
+  const auto entry =
+      Platform::FindModuleEntry<WorkspaceManager_GetWorkspace>(kModule_WorkspaceManager, kEntry_GetWorkspace);
+  return entry ? entry() : nullptr;
 }
 
 }  // namespace Ketril::Tools

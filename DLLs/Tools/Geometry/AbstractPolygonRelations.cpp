@@ -41,7 +41,7 @@ bool MeetLine45(TCoordPoint a, TCoordPoint b, const TLine45& line, TCoordPoint& 
   if (m - slope == 0) return false;
   const double x = (line_y(0) - c) / (m - slope);
   hit.x = TGeomUtils::Nearest(x);
-  hit.y = TGeomUtils::Nearest(line_y(hit.x));
+  hit.y = TGeomUtils::Nearest(line_y(x));
   return within(hit.x, line.Left(), line.Right()) && within(x, low_x, high_x);
 }
 
@@ -121,10 +121,10 @@ bool TAbstractPolygon::DoesSegmentIntersect(TCoordPoint SegPoint0, TCoordPoint S
     return false;
   if (IsPointIn(SegPoint0) || IsPointIn(SegPoint1))
     return !BoundaryEdgeOnly || !IsLineIn(SegPoint0, SegPoint1);
-  const bool was_clockwise = IsClockwise();
-  Counterclockwise();
+  const bool is_turned = IsClockwise();  // asked once: a ring with spikes may read as clockwise both ways
+  if (is_turned) ReverseRing();
   const bool reaches = ReachesInside(SegPoint0, SegPoint1);
-  if (was_clockwise) Clockwise();
+  if (is_turned) ReverseRing();
   return reaches;
 }
 

@@ -19,7 +19,7 @@ class TPolygonUtils {
   TPolygonUtils() = delete;
 
   // Fills the list, whose old entries the caller keeps, with the places nearest to the point, vertices and
-  // feet on edges, in edge order; distances are compared rounded to whole units, and from 999990000 on
+  // feet on edges, in edge order; distances are compared rounded to whole units, and beyond 999990000
   // nothing is near. A place at DiscardPoint does not count.
   static void ProjectPointOntoPoly(const TAbstractPolygon& Poly, TCoordPoint Point, TCoordPoint DiscardPoint,
                                    TEdgePointList& EdgePointList);

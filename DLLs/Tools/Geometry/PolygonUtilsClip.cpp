@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <memory>
 
-#include "DLLs/Tools/Geometry/ClipPolygons.h"
 #include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/PolygonUtils.h"
 #include "DLLs/Tools/Geometry/PolygonUtilsInternal.h"
+#include "DLLs/Tools/Geometry/RT_PolygonClipper.h"
 #include "DLLs/Tools/Geometry/VertexList.h"
 
 namespace Ketril::Tools {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 
 #include "DLLs/Tools/Frame/PrimitivesFactory.h"
 #include "DLLs/Tools/Geometry/Rounding.h"
@@ -113,20 +114,57 @@ bool TNodeArranger::WorksOnX() const {
 
 // --- aligning ---
 
-// `update` gives a new edge value from the one so far and a node of the same channel; 0 is no value.
+// The nodes that were entered so far, by where they lie across the axis of the moves: that stays as it is.
+class TNodeArranger::TChannels {
+ public:
+  TChannels(const std::vector<std::unique_ptr<TNode>>& nodes, bool along_x)
+      : nodes_(nodes), along_x_(along_x) {
+    for (const auto& node : nodes) widest_ = std::max(widest_, HighOf(*node) - LowOf(*node));
+  }
+
+  bool Share(const TNode& a, const TNode& b) const {
+    return along_x_ ? a.OnSameChanelX(b) : a.OnSameChanelY(b);
+  }
+  void Enter(std::size_t i) { by_low_.emplace(LowOf(*nodes_[i]), i); }
+  // The entered ones that share the node's channel, the last one first.
+  std::vector<std::size_t> SharersOf(const TNode& node) const {
+    std::vector<std::size_t> sharers;
+    const auto end = by_low_.upper_bound(HighOf(node));
+    for (auto it = by_low_.lower_bound(LowOf(node) - widest_); it != end; ++it) {
+      if (Share(node, *nodes_[it->second])) sharers.push_back(it->second);
+    }
+    std::sort(sharers.rbegin(), sharers.rend());
+    return sharers;
+  }
+
+ private:
+  std::int64_t LowOf(const TNode& node) const {
+    return along_x_ ? std::min(node.LowY, node.HighY) : std::min(node.LowX, node.HighX);
+  }
+  std::int64_t HighOf(const TNode& node) const {
+    return along_x_ ? std::max(node.LowY, node.HighY) : std::max(node.LowX, node.HighX);
+  }
+
+  const std::vector<std::unique_ptr<TNode>>& nodes_;
+  const bool along_x_;
+  std::int64_t widest_ = 0;
+  std::multimap<std::int64_t, std::size_t> by_low_;
+};
+
+// `update` gives a new edge value from the one so far and a node of the same channel; 0 is no value. Walking
+// back from a node, each one that does not share its channel would take it along to its own edge; only where
+// that ends counts, at the first of them, unless a value comes out.
 template <class Update>
 void TNodeArranger::Align(TEdge edge, bool start_at_first, Update update) {
-  const bool along_x = edge == &TNode::LowX || edge == &TNode::HighX;
+  TChannels channels(Nodes, edge == &TNode::LowX || edge == &TNode::HighX);
   for (std::size_t i = 1; i < Nodes.size(); ++i) {
     TNode& node = *Nodes[i];
+    channels.Enter(i - 1);
     TCoord value = start_at_first ? (*Nodes.front()).*edge : 0;
-    for (std::size_t j = i; j-- > 0;) {
-      const TNode& before = *Nodes[j];
-      if (along_x ? node.OnSameChanelX(before) : node.OnSameChanelY(before))
-        value = update(value, before);
-      else
-        MoveEdgeTo(node, edge, before.*edge);
-    }
+    for (const std::size_t sharer : channels.SharersOf(node)) value = update(value, *Nodes[sharer]);
+    std::size_t apart = 0;
+    while (apart < i && channels.Share(node, *Nodes[apart])) ++apart;
+    if (apart < i) MoveEdgeTo(node, edge, (*Nodes[apart]).*edge);
     if (value != 0) MoveEdgeTo(node, edge, value);
   }
 }

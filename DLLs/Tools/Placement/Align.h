@@ -78,6 +78,7 @@ class TNodeArranger {
   using TEdge = TCoord TNode::*;
   template <class Update>
   void Align(TEdge edge, bool start_at_first, Update update);
+  class TChannels;
   bool WorksOnX() const;  // the method's axis
   TCoord GridStep() const;
   std::vector<std::int32_t> Groups() const;

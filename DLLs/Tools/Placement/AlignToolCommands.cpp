@@ -88,9 +88,9 @@ void AutoPlaceToRoom(TBoard* ABoard, IPCBGraphicalViewInterface* AView, IParamet
     return;
   }
   const auto count_text = ReadParameter(AParameters, u"RoomsToUpdateCount");
-  const auto count = count_text ? TextToInt64(*count_text) : std::nullopt;
-  if (count && std::in_range<std::int32_t>(*count)) {
-    for (std::int64_t i = 1; i <= *count; ++i) {
+  std::int32_t count = 0;
+  if (count_text && ReadNumber(*count_text, count)) {
+    for (std::int64_t i = 1; i <= count; ++i) {
       const auto name = ReadParameter(AParameters, u"Room" + Int64ToText(i));
       if (name) ArrangeToRoomByName(ABoard, AView, *name);
     }

@@ -7,7 +7,7 @@
 #include "DLLs/Tools/Frame/PCB_LayerFactory.h"
 #include "DLLs/Tools/Frame/PrimitivesIterators.h"
 #include "DLLs/Tools/Geometry/Rounding.h"
-#include "DLLs/Tools/Placement/AutoPlacementGrid.h"
+#include "DLLs/Tools/Placement/AutoPlac.h"
 #include "DLLs/Tools/Placement/Utilities.h"
 
 namespace Ketril::Tools {

@@ -1,9 +1,9 @@
 // The text of pick-and-place files: which of three layouts a file has, and how its lines are cut into values.
 // Nothing here knows a board.
 //
-//   headed   a title, some lines, "Units used: mm", a line that is dropped, a line that names the columns,
-//   and a
-//            line for each component. Values with blanks are in quotes.
+//   headed   a title, some lines, "Units used: mm" or "mil" (lines in other units are no valid data), a line
+//            that is dropped, a line that names the columns, and a line for each component; values with
+//            blanks are in quotes
 //   blanks   fixed columns between blanks or tabs, from the second line on
 //   CSV      the same columns in quotes, with commas between them, in a file with the extension ".csv"
 //

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 
 #include "DLLs/Tools/Frame/ComponentPads.h"
@@ -9,12 +10,14 @@
 #include "DLLs/Tools/Frame/NumberText.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/PrimitivesGroups.h"
+#include "DLLs/Tools/Frame/PrimitivesIterators.h"
 #include "DLLs/Tools/Frame/Progress.h"
 #include "DLLs/Tools/Frame/Workspace.h"
 #include "DLLs/Tools/Geometry/Rounding.h"
 #include "DLLs/Tools/Placement/PickAndPlaceFile.h"
 #include "DLLs/Tools/Placement/Utilities.h"
 #include "Interfaces/Placement.h"
+#include "Platform/Text.h"
 #include "Platform/TextFiles.h"
 
 namespace Ketril::Tools {
@@ -28,6 +31,38 @@ void Record(const Platform::TTextLines& lines, const std::u16string& designator,
   if (const auto recorder = Probe<IPlacementRecorder>(Client()))
     On(recorder).Call(&IPlacementRecorder::RecordPlacement, lines.Number(), designator, outcome);
 }
+
+// The components of a board by their names, as Getstate_ComponentByName finds them: the first of a name, case
+// ignored. A file names most of the board, so that one walk serves it all.
+class TComponentNames {
+ public:
+  explicit TComponentNames(TBoard* board) : board_(board) {}
+
+  TComp* Find(const std::u16string& name) {
+    if (!std::exchange(is_read_, true)) Read();
+    const auto found = components_.find(Platform::AsciiUpper(name));
+    return found == components_.end() ? nullptr : found->second;
+  }
+
+ private:
+  void Read() {
+    TBoardIterator iterator(board_);
+    iterator.SetState_FilterObject({eComponentObject});
+    iterator.SetState_FilterAllLayers();
+    for (TPrimitive* p = iterator.First(); p; p = iterator.Next()) {
+      const auto* component = dynamic_cast<const TComp*>(p);
+      if (!component) continue;
+      const Ref<IPCB_Text> text = On(component->IComp()).Read(&IPCB_Component2::GetState_NameText);
+      if (!text) continue;
+      const std::u16string name = On(text).Read(&IPCB_Text::GetState_Text);
+      components_.try_emplace(Platform::AsciiUpper(name), CheckedCast<TComp>(p));
+    }
+  }
+
+  TBoard* const board_;
+  bool is_read_ = false;
+  std::unordered_map<std::u16string, TComp*> components_;
+};
 
 // One run over a file.
 class TPlacement {
@@ -48,13 +83,14 @@ class TPlacement {
   void Place(TComp* component, TCoordPoint target, const TPickPlaceLine& values, bool is_headed);
 
   TBoard* const board_;
+  TComponentNames names_{board_};
   Platform::TTextLines lines_;
   TProgress progress_;
 };
 
 // The component of the name; null when it is not to be placed.
 TComp* TPlacement::FindMoveable(const std::u16string& designator) {
-  TComp* const component = board_->Getstate_ComponentByName(designator);
+  TComp* const component = names_.Find(designator);
   if (component && component->Moveable()) return component;
   Record(lines_, designator, component ? ePlacement_Locked : ePlacement_Unknown);
   return nullptr;
@@ -98,7 +134,6 @@ void TPlacement::Place(TComp* component, TCoordPoint target, const TPickPlaceLin
     if (comment.empty()) return;
     if (TText* const text = component->Comment()) text->SetState_String(std::u16string(comment));
   });
-  board_->SetState_DocumentHasChanged();
   Record(lines_, values.Designator, ePlacement_Placed);
 }
 
@@ -178,10 +213,10 @@ void TPlacement::RunFixed(bool is_csv) {
     const TPickPlaceLine values = ReadFixedLine(line, is_csv);
     TComp* const component = values.Designator.empty() ? nullptr : FindMoveable(values.Designator);
     if (!component) continue;
-    progress_.Step();
     try {
       const auto target = TargetOf(values);
       if (!target) throw Exception("a coordinate of the pick-and-place file is none");
+      progress_.Step();
       Place(component, *target, values, false);
     } catch (const EHostError&) {
       throw;

@@ -11,13 +11,9 @@ namespace Ketril::Tools {
 
 namespace {
 
-template <class Entry>
-Entry FindEntry(const char* name) {
-  return reinterpret_cast<Entry>(Platform::FindModuleEntry(kModule_Ketril, name));
-}
-
 void* CurrentBoardHandle() {
-  const auto entry = FindEntry<PcbApi_GetCurrentBoardHandle>(kEntry_GetCurrentBoardHandle);
+  const auto entry =
+      Platform::FindModuleEntry<PcbApi_GetCurrentBoardHandle>(kModule_Ketril, kEntry_GetCurrentBoardHandle);
   return entry ? entry() : nullptr;
 }
 
@@ -35,13 +31,14 @@ TCoord LargestGap(TBoard* board, TRuleKind kind, Gap gap) {
 }  // namespace
 
 bool ChooseLocation(const std::u16string& prompt, TCoord& x, TCoord& y) {
-  const auto choose = FindEntry<PcbApi_ChooseLocation>(kEntry_ChooseLocation);
+  const auto choose = Platform::FindModuleEntry<PcbApi_ChooseLocation>(kModule_Ketril, kEntry_ChooseLocation);
   return choose && choose(CurrentBoardHandle(), prompt, x, y);
 }
 
 bool ChooseRectangleByCorners(const std::u16string& first_prompt, const std::u16string& second_prompt,
                               TCoordRect& rectangle) {
-  const auto choose = FindEntry<PcbApi_ChooseRectangleByCorners>(kEntry_ChooseRectangleByCorners);
+  const auto choose = Platform::FindModuleEntry<PcbApi_ChooseRectangleByCorners>(
+      kModule_Ketril, kEntry_ChooseRectangleByCorners);
   return choose && choose(CurrentBoardHandle(), first_prompt, second_prompt, rectangle.x1, rectangle.y1,
                           rectangle.x2, rectangle.y2);
 }

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "DLLs/Tools/Frame/EditBracket.h"
 #include "DLLs/Tools/Frame/PrimitivesBoard.h"
-#include "DLLs/Tools/Frame/RunFinally.h"
 #include "Interfaces/Board.h"
 
 namespace Ketril::Tools {
@@ -33,9 +33,7 @@ void Invalidate(TPrimitive* primitive);
 template <class Move>
 void MoveInBracket(TPrimitive* primitive, Move&& move) {
   Invalidate(primitive);
-  primitive->BeginModify(true);
-  RunFinally(move, [&] {
-    primitive->EndModify(nullptr);
+  EditInBracket(primitive, move, [&] {
     Invalidate(primitive);
     BoardOf(primitive)->SetState_DocumentHasChanged();
   });

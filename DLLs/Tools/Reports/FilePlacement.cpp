@@ -6,6 +6,7 @@
 
 #include "DLLs/Tools/Frame/Exceptions.h"
 #include "DLLs/Tools/Frame/HostLink.h"
+#include "DLLs/Tools/Frame/MessageDialogs.h"
 #include "DLLs/Tools/Reports/ReportClient.h"
 #include "Platform/Dialogs.h"
 #include "Platform/FileLocks.h"
@@ -17,10 +18,6 @@ namespace Ketril::Tools {
 namespace {
 
 namespace fs = std::filesystem;
-
-void ShowError(const std::u16string& text) {
-  Platform::MessageDialog(text, Platform::TDialogKind::Error, Platform::TDialogButtons::Ok);
-}
 
 // The client's notification, else a message.
 void TellLocked(const fs::path& target, const Platform::TFileLock& lock) {
@@ -72,15 +69,28 @@ bool SameName(const fs::path& a, const fs::path& b) {
 std::optional<fs::path> MakeReportTempFile() {
   std::error_code error;
   if (fs::temp_directory_path(error).empty() || error) {
-    ShowError(u"GetTemporaryPath: " + Platform::ToUtf16(error.message()));
+    ShowErrorDialog(u"GetTemporaryPath: " + Platform::ToUtf16(error.message()));
     return std::nullopt;
   }
   try {
     return Platform::MakeTempFile("ketril-report-");
   } catch (const std::system_error& failure) {
-    ShowError(u"GetTemporaryFileName: " + Platform::ToUtf16(failure.what()));
+    ShowErrorDialog(u"GetTemporaryFileName: " + Platform::ToUtf16(failure.what()));
     return std::nullopt;
   }
+}
+
+std::optional<fs::path> MakeReportTempFile(std::string_view text) {
+  const std::optional<fs::path> temporary = MakeReportTempFile();
+  if (!temporary) return std::nullopt;
+  std::ofstream file(*temporary, std::ios::binary);
+  file.write(text.data(), static_cast<std::streamsize>(text.size()));
+  file.close();
+  if (!file) {
+    Remove(*temporary);
+    throw Exception("The report could not be written to " + temporary->string());
+  }
+  return temporary;
 }
 
 TPlacement PlaceFile(const fs::path& temporary, const fs::path& target) {
@@ -102,17 +112,9 @@ TPlacement PlaceFile(const fs::path& temporary, const fs::path& target) {
 }
 
 void PlaceText(std::string_view text, const fs::path& target) {
-  const std::optional<fs::path> temporary = MakeReportTempFile();
-  if (!temporary) return;
-  std::ofstream file(*temporary, std::ios::binary);
-  file.write(text.data(), static_cast<std::streamsize>(text.size()));
-  file.close();
-  if (!file) {
-    Remove(*temporary);
-    throw Exception("The report could not be written to " + temporary->string());
-  }
-  if (PlaceFile(*temporary, target) == TPlacement::Failed) {
-    ShowError(u"The report could not be written to " + TextOf(target));
+  const std::optional<fs::path> temporary = MakeReportTempFile(text);
+  if (temporary && PlaceFile(*temporary, target) == TPlacement::Failed) {
+    ShowErrorDialog(u"The report could not be written to " + TextOf(target));
   }
 }
 

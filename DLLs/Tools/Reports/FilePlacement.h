@@ -11,6 +11,8 @@ namespace Ketril::Tools {
 // A new file in the system's folder for temporary files. When it cannot be made, the user is told, and the
 // result is empty.
 std::optional<std::filesystem::path> MakeReportTempFile();
+// The same with a text in it. Raises Exception when it cannot be filled, as on a full disk; it is gone then.
+std::optional<std::filesystem::path> MakeReportTempFile(std::string_view text);
 
 enum class TPlacement { Placed, Locked, Failed };
 
@@ -22,7 +24,7 @@ enum class TPlacement { Placed, Locked, Failed };
 TPlacement PlaceFile(const std::filesystem::path& temporary, const std::filesystem::path& target);
 
 // Writes the text to a temporary file and places that; a target that cannot be replaced is told in a message.
-// Raises Exception when the temporary file cannot be filled, as on a full disk; it is gone then.
+// Raises as MakeReportTempFile.
 void PlaceText(std::string_view text, const std::filesystem::path& target);
 
 }  // namespace Ketril::Tools

@@ -39,8 +39,8 @@ TCoordPoint ReferencePad(TComp* component) {
 std::u16string RotationText(double degrees) {
   NormalizeAngle(degrees);
   char text[64];
-  const auto end =
-      std::to_chars(text, text + sizeof text, static_cast<float>(degrees), std::chars_format::fixed, 2);
+  const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(degrees) + 0.0F,
+                                 std::chars_format::fixed, 2);
   return Platform::ToUtf16(std::string_view(text, end.ptr));
 }
 

@@ -96,7 +96,7 @@ class TBaseReport {
 
   // Files. The name of what was written comes back: with several transformations that of the last, empty for
   // one that is switched off. `generating_document` is the path of the document that the report is on: the
-  // report goes to the output folder of its project, else beside it. See ReportOutput.cpp.
+  // report goes to the output folder of its project, else beside it. See RT_ReportOutput.cpp.
   std::u16string WriteToFile(const std::u16string& generating_document, const std::u16string& report_name,
                              bool show);
   // Without options, as without a transformation: by the default style sheet.

@@ -7,12 +7,13 @@
 // is taken. The extension is the style sheet's.
 #include <system_error>
 
+#include "DLLs/Tools/Frame/ConfirmNoYes.h"
 #include "DLLs/Tools/Frame/HostLink.h"
+#include "DLLs/Tools/Frame/MessageDialogs.h"
 #include "DLLs/Tools/Reports/FilePlacement.h"
 #include "DLLs/Tools/Reports/RT_Report.h"
 #include "DLLs/Tools/Reports/RT_ReportOptions.h"
 #include "DLLs/Tools/Reports/ReportClient.h"
-#include "Platform/Dialogs.h"
 #include "Platform/Text.h"
 
 namespace Ketril::Tools {
@@ -20,10 +21,6 @@ namespace Ketril::Tools {
 namespace {
 
 namespace fs = std::filesystem;
-
-void ShowError(const std::u16string& text) {
-  Platform::MessageDialog(text, Platform::TDialogKind::Error, Platform::TDialogButtons::Ok);
-}
 
 bool Exists(const fs::path& path) {
   std::error_code ignored;
@@ -131,15 +128,15 @@ std::u16string TBaseReport::WriteToFile(const std::u16string& generating_documen
 std::u16string TBaseReport::WriteToFile(const std::u16string& generating_document,
                                         IReportOutputTransformation* transformation) {
   if (!transformation)
-    return IsTestMode() ? WriteAsXML(generating_document)
-                        : WriteTransformed(generating_document, DefaultStyleSheet());
+    return ClientIsInTestMode() ? WriteAsXML(generating_document)
+                                : WriteTransformed(generating_document, DefaultStyleSheet());
   const Ref<IReportOutputTransformation> form(transformation);
   if (!On(form).Read(&IReportOutputTransformation::GetGenerate)) return {};
   const TKnownDocument known = FindDocument(generating_document);
   const fs::path folder = OutputFolder(known, generating_document);
   const std::u16string base_name = BaseName(known, generating_document, form);
   const std::u16string style_sheet = On(form).Read(&IReportOutputTransformation::GetXSLTFilename);
-  const bool plain = IsTestMode() || style_sheet.empty();
+  const bool plain = ClientIsInTestMode() || style_sheet.empty();
   const std::u16string written =
       plain ? WriteAsXML(FFilename) : WriteTransformed(TextOf(folder / PathOf(base_name)), style_sheet);
   if (On(form).Read(&IReportOutputTransformation::GetShow)) Show(known, written);
@@ -157,7 +154,7 @@ std::u16string TBaseReport::WriteToString(const std::u16string& style_sheet) con
 std::u16string TBaseReport::WriteTransformed(const std::u16string& output_file,
                                              const std::u16string& style_sheet) const {
   if (!Exists(PathOf(style_sheet))) {
-    ShowError(style_sheet + u" does not exist");
+    ShowErrorDialog(style_sheet + u" does not exist");
     return output_file;
   }
   try {
@@ -166,7 +163,7 @@ std::u16string TBaseReport::WriteTransformed(const std::u16string& output_file,
     PlaceText(FXMLDocument.Transform(sheet), target);
     return TextOf(target);
   } catch (const std::exception& failure) {
-    ShowError(u"Error using " + style_sheet + u"\n\n" + Platform::ToUtf16(failure.what()));
+    ShowErrorDialog(u"Error using " + style_sheet + u"\n\n" + Platform::ToUtf16(failure.what()));
     throw EGeneralReportException(failure.what());
   }
 }

@@ -25,11 +25,6 @@ bool HidesDocumentPath() {
   return client && On(client).Read(&IClient2::GetState_HideDocumentPath);
 }
 
-bool IsTestMode() {
-  const Ref<IClient> client = Client();
-  return client && On(client).Read(&IClient::GetState_InTestMode);
-}
-
 bool ReadView(IServerDocumentView* view, std::u16string& name, std::u16string& document_path) {
   name = On(Ref(view)).Read(&IServerDocumentView::GetState_ViewName);
   const Ref<IServerDocument> document = On(Ref(view)).Read(&IServerDocumentView::GetState_OwnerDocument);

@@ -15,7 +15,6 @@ Ref<IClient2> Client2();  // empty when there is none
 std::u16string TemplatesFolder();
 std::u16string DefaultStyleSheet();
 bool HidesDocumentPath();
-bool IsTestMode();
 
 // The name of a view and the path of its document; false when it has no document.
 bool ReadView(IServerDocumentView* view, std::u16string& name, std::u16string& document_path);

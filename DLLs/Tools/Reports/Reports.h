@@ -32,6 +32,9 @@ std::int32_t ClampedRound(double value);
 // ascending order. With `SelectedObjects` only selected objects count; a size that only others have keeps its
 // row in the tables of holes, with a count of 0.
 //
+// A board with nothing to connect counts as routed to 100 %; of a board without an area every layer is 0 %.
+// Polygons have no clearance of their own here, so that their list stays empty.
+//
 // It belongs to its maker and needs an open object scope. Everything raises EHostError when the host fails.
 class TBoardReporter {
  public:

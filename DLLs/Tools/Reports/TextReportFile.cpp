@@ -1,8 +1,5 @@
 #include "DLLs/Tools/Reports/TextReportFile.h"
 
-#include <fstream>
-#include <system_error>
-
 #include "DLLs/Tools/Frame/HostLink.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/Polling.h"
@@ -14,14 +11,6 @@
 namespace Ketril::Tools {
 
 namespace {
-
-// A name for a file that is not there yet: the system makes the file with the name.
-std::optional<std::filesystem::path> NewTempName() {
-  auto name = MakeReportTempFile();
-  std::error_code ignored;
-  if (name) std::filesystem::remove(*name, ignored);
-  return name;
-}
 
 // Of a document of the text editor; false for any other.
 bool MoveCursorToTop(const Ref<IClient2>& client, const Ref<IServerDocument>& document) {
@@ -42,10 +31,7 @@ void TTextReportFile::WriteLine(std::u16string_view line) {
 }
 
 void TTextReportFile::PlaceAt(const std::u16string& target) const {
-  const auto temporary = NewTempName();
-  if (!temporary) return;
-  std::ofstream(*temporary, std::ios::binary) << text_;
-  PlaceFile(*temporary, PathOf(target));
+  if (const auto temporary = MakeReportTempFile(text_)) PlaceFile(*temporary, PathOf(target));
 }
 
 std::u16string LeftAligned(std::u16string_view text, std::size_t width) {

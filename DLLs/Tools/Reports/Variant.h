@@ -25,7 +25,7 @@ class Variant {
     } else if constexpr (std::integral<Number>) {
       text_ = Int64ToText(static_cast<std::int64_t>(number));
     } else {
-      text_ = DoubleToText(number);
+      text_ = PlainDoubleToText(static_cast<double>(number));  // cells are read again as numbers
     }
   }
 

@@ -1,6 +1,7 @@
 // The run of the teardrop command: options, passes over the board, the flush and what follows it.
 #include "DLLs/Tools/Teardrops/TeardropBuilder.h"
 
+#include "DLLs/Tools/Frame/EditBracket.h"
 #include "DLLs/Tools/Frame/Hourglass.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/Polling.h"
@@ -187,9 +188,7 @@ void TTeardropBuilder::ShowDropsForNet(TGroup* ANet, bool AShow) {
   TGroupIterator members(ANet);
   for (TPrimitive* member = members.First(); member; member = members.Next()) {
     if (!member->TearDrop()) continue;
-    member->BeginModify(true);
-    member->SetEnableDraw(AShow);
-    member->EndModify(nullptr);
+    EditInBracket(member, [&] { member->SetEnableDraw(AShow); });
   }
 }
 

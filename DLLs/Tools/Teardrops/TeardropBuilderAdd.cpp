@@ -31,6 +31,11 @@ bool HasOutline(const Ref<IPCB_Contour>& contour) {
   return contour && On(contour).Read(&IPCB_Contour::GetState_Count) > 2;
 }
 
+// Tracks that bend by little at each other give a junction whose corners all lie in the node: no copper.
+bool HasArea(const Ref<IPCB_Contour>& contour) {
+  return ContourAbsoluteArea(*On(contour).Read(&IPCB_Contour::GetState_VertexList)) > 0;
+}
+
 }  // namespace
 
 void TTeardropBuilder::AddDropsForObject(TPrimitive* P) {
@@ -138,7 +143,7 @@ void TTeardropBuilder::AddJunctionDrops() {
   for (const auto& node : FTJunctionNodes) {
     RemoveJunctionDrops(*node);
     const Ref<IPCB_Contour> contour = TTeardropContourMaker::TrackJunctionContour(*node, FOptions);
-    if (contour) MakeTeardropRegion(contour, node->ReferencePrimitive(), nullptr);
+    if (contour && HasArea(contour)) MakeTeardropRegion(contour, node->ReferencePrimitive(), nullptr);
   }
 }
 

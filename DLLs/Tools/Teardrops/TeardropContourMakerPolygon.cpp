@@ -1,4 +1,7 @@
 // The polygon outline: a track or an arc crosses the outline of a pad.
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <limits>
 
 #include "DLLs/Tools/Geometry/ContourMaker.h"
@@ -119,11 +122,24 @@ LineType EdgeAt(std::span<const LineType> edges, GeoPointType B, GeoPointType T,
   return found;
 }
 
-// Where the pad's own edge meets the track's, so that the curve runs into the pad along it.
+// Pads and tracks have whole coordinates: edges that run side by side but for rounding meet metres away.
+bool AreParallel(const LineType& a, const LineType& b) {
+  constexpr double kSine = 1e-3;  // by which rounding turns an edge of 0.1 mil
+  GeoPointType u, v;
+  UnitVector(SubtractPoints(a.P2(), a.P1()), u);
+  UnitVector(SubtractPoints(b.P2(), b.P1()), v);
+  return std::abs(CrossProduct(u, v)) < kSine;
+}
+
+// Where the pad's own edge meets the track's, so that the curve runs into the pad along it. Lines that are
+// parallel but for rounding meet only in an end of one that lies on the other.
 GeoPointType FootControlPoint(const LineType& edge, const LineType& axis, GeoPointType T, GeoPointType B) {
+  const LineType track_edge = LineThroughPoint(axis, T);
   GeoPointType meet;
   bool found = false;
-  IntersectLines(edge, LineThroughPoint(axis, T), false, meet, found);
+  IntersectLines(edge, track_edge, false, meet, found);
+  const std::array ends = {edge.P1(), edge.P2(), track_edge.P1(), track_edge.P2()};
+  if (found && std::ranges::find(ends, meet) == ends.end()) found = !AreParallel(edge, track_edge);
   return found ? meet : Midpoint(B, T);
 }
 

@@ -79,6 +79,7 @@ void RemoveTearDropsFromConnectedTracks(TBoard* board, IPCB_Primitive* primitive
 }
 
 void RemoveTearDropsFromTouch(TBoard* board, IPCB_Primitive* primitive) {
+  if (board->IsLibrary()) return;
   const TTemporary<TPrimitive> touched(TPrimitive::Create(Ref<IPCB_Primitive>(primitive)));
   const TObjectId kind = touched->ObjectID();
   if (kind == ePadObject || kind == eViaObject) RemoveTearDropsFromPadVia(board, primitive);

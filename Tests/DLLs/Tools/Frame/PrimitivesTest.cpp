@@ -4,7 +4,6 @@
 
 #include <typeinfo>
 
-#include "DLLs/Tools/Frame/EditBracket.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/Rule_Abstract.h"
 #include "Editor/Client/Client.h"
@@ -288,37 +287,6 @@ TEST_F(Wrappers, AWrapperOfNothingOrOfAnotherKindRaises) {
   EXPECT_THROW(CheckedCast<TPad>(empty), EInvalidCast);
   HostGate::Arm(false, 1);
   EXPECT_THROW(TTrack::Create(track_1)->Width(), EHostError);
-}
-
-TEST_F(Wrappers, AnEditIsBracketed) {
-  TBoard* owner = TBoard::Create(board);
-  TTrack* track = TTrack::Create(track_1);
-  HostGate::Arm(true);
-  {
-    EditBracket edit(owner, track);
-    track->SetWidth(7);
-    edit.End();
-  }
-  const std::string redraw = "IPCB_Board.GraphicallyInvalidatePrimitive";
-  EXPECT_EQ(HostGate::Record(),
-            (std::vector<std::string>{redraw, "IPCB_Primitive.BeginModify", "IPCB_Track.SetState_Width",
-                                      "IPCB_Primitive.EndModify", redraw,
-                                      "IPCB_Board.SetState_DocumentHasChanged"}));
-  board->document_changed = false;
-  const auto edit_and_fail = [&](std::int64_t failing_call) {
-    HostGate::Arm(true, failing_call);
-    EditBracket edit(owner, track);
-    track->SetWidth(9);
-    edit.End();
-  };
-  for (const std::int64_t failing_call : {3, 4}) {  // the write, the end
-    EXPECT_THROW(edit_and_fail(failing_call), EHostError);
-    EXPECT_EQ(HostGate::Record()[failing_call], "IPCB_Primitive.CancelModify");
-    EXPECT_EQ(track_1->data.width, 7);
-    EXPECT_FALSE(board->document_changed);
-  }
-  EXPECT_THROW(edit_and_fail(2), EHostError);  // never begun: nothing to cancel
-  EXPECT_EQ(HostGate::Calls(), 2);
 }
 
 TEST_F(Wrappers, TheStateSetAsideComesBack) {

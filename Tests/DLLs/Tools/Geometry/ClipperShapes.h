@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "DLLs/Tools/Geometry/ClipPolygons.h"
+#include "DLLs/Tools/Geometry/RT_PolygonClipper.h"
 
 namespace Ketril::Tools::Tests {
 

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "Editor/Files/BoardFile.h"
+#include "Editor/Files/CompanionFiles.h"
+#include "Editor/Files/Units.h"
 #include "Platform/Dialogs.h"
 #include "Tests/DLLs/Tools/Placement/PlacementBoard.h"
 
@@ -105,6 +108,80 @@ TEST_F(AlignRooms, RoomsMoveWithWhatTheyHold) {
             "R1 1030,1280 10k 950,1280 R2 150,170 C1 1100,1100 via 1080,1330 via 201,180 A 1000,1250 B "
             "1000,1000 X 300,300");
   EXPECT_EQ(Tests::Find<Editor::Component>(*board)->data.rotation, 90);
+}
+
+// A board with an area for each way to say what it places, the first of which forbids tracks too, one that
+// places nothing and one that is locked. What belongs to the rooms that can move stands `dx` mil to the
+// right.
+std::string BoardOfAreas(int dx) {
+  std::string text = R"((kicad_pcb (version 20241229)
+ (layers (0 "F.Cu" signal) (2 "B.Cu" signal)) (net 0 ""))";
+  const auto mm = [](int mil) { return Editor::FormatMillimetres(mil * 25400); };
+  const auto part = [&](const std::string& name, int x, int y, const char* says) {
+    text += "\n (footprint \"P\" (layer \"F.Cu\") (uuid \"" + name + "\")\n  (at " + mm(x) + " " + mm(y) +
+            ") " + says + " (pad \"1\" smd rect (at 0 0) (size 1 1) (layers \"F.Cu\")))";
+  };
+  const auto area = [&](int x, int y, const char* says) {
+    text += std::string("\n (zone (layers \"F.Cu\" \"B.Cu\") (odd 0.50) (placement ") + says +
+            ")\n  (polygon (pts";
+    for (const auto& [right, down] : {std::pair{0, 0}, {400, 0}, {400, 300}, {0, 300}})
+      text += " (xy " + mm(x + right) + " " + mm(y + down) + ")";
+    text += ")))";
+  };
+  part("R1", 5000 + dx, 9000, R"((sheetname "/A \"x\"/"))");  // of the first room, but not in it
+  part("R2", 700, 200, R"((sheetname "/B/"))");               // in it, but not of it
+  part("R3", 700 + dx, 5000, R"((component_classes (class "Hot") (class "Odd")))");
+  part("R4", 700 + dx, 6000, "");
+  part("R5", 700 + dx, 3150, "");
+  text += R"(
+ (group "inner" (uuid "g1") (members "R4" "nobody"))
+ (group "outer" (uuid "g2") (members "g1")))";
+  area(540 + dx, 100, R"((enabled yes) (sheetname "/A \"x\"/")) (keepout (tracks not_allowed))");
+  area(540 + dx, 1000, R"((enabled yes) (component_class "Odd")) (name "ODD")");
+  area(540 + dx, 2000, R"((enabled yes) (group "outer"))");
+  area(540 + dx, 3000, R"((enabled yes) (sheetname ""))");
+  area(540, 4000, R"((enabled no) (sheetname "/B/"))");
+  area(540, 5000, R"((enabled yes) (sheetname "/B/")) (locked yes)");
+  return text + "\n)\n";
+}
+
+TEST_F(AlignRooms, AreasThatPlaceAreRooms) {
+  const std::string text = BoardOfAreas(0);
+  board = Editor::ReadBoardText(text);
+  board->setup.grid_x = board->setup.grid_y = Mil(100);
+  const auto count = [&](TObjectId kind) { return board->objects.Count(kind); };
+  EXPECT_EQ(count(eRuleObject), 5u);
+  EXPECT_EQ(count(ePolyObject), 6u) << "they are zones still";
+  board->objects.ForEach({eRuleObject},
+                         [](Editor::Primitive& room) { room.Set(Editor::kFlag_Selected, true); });
+  board->journal.Begin();
+  Tools_MoveAllRoomsToGrid(board.Get());
+  EXPECT_EQ(Editor::WriteBoardText(*board), BoardOfAreas(-40));
+  EXPECT_EQ(Editor::ExtrasText(*board), "") << "the file has them, and not the one beside it too";
+  board->journal.Undo();
+  EXPECT_EQ(Editor::WriteBoardText(*board), text);
+
+  // Either of the two takes the other along; an edit that is cancelled, and an undo, bring both back.
+  auto* const zone = Tests::Find<Editor::Polygon>(*board);
+  auto* const room = Tests::Find<Editor::Rule>(*board);
+  const TCoordRect place = room->Bounds();
+  room->AsInterface()->BeginModify();
+  zone->AsInterface()->MoveByXY(Mil(100), 0);
+  EXPECT_EQ(room->Bounds().x1, place.x1 + Mil(100));
+  room->AsInterface()->MoveByXY(Mil(100), 0);
+  EXPECT_EQ(zone->Bounds().x1, place.x1 + Mil(200));
+  room->AsInterface()->CancelModify();
+  EXPECT_EQ(zone->Bounds(), place);
+  board->journal.Begin();
+  board->Remove(zone);
+  EXPECT_EQ(count(eRuleObject), 4u);
+  board->journal.Undo();
+  EXPECT_EQ(count(eRuleObject), 5u);
+  EXPECT_EQ(Editor::WriteBoardText(*board), text);
+  // Written anew, it says still what it places.
+  zone->Write([&] { zone->data.rings.push_back(zone->data.rings.front()); });
+  const Ref<Editor::Board> again = Editor::ReadBoardText(Editor::WriteBoardText(*board));
+  EXPECT_EQ(Tests::Find<Editor::Rule>(*again)->data.scope1, room->data.scope1);
 }
 
 TEST_F(AlignRooms, RoomsGoBackToTheirOffsetFromTheGrid) {

@@ -35,6 +35,8 @@ class RT_ReportOutput : public testing::Test {
     fs::remove(folder);
     fs::create_directories(folder / "Templates");
     fs::create_directories(folder / "boards");
+    fs::create_directories(folder / "temporary");
+    ::setenv("TMPDIR", (folder / "temporary").c_str(), 1);  // where nobody else's tests are
     Platform::SetDialogProvider([this](const std::u16string& text, auto, auto) {
       messages.push_back(Platform::ToUtf8(text));
       return Platform::TDialogAnswer::Ok;
@@ -47,6 +49,7 @@ class RT_ReportOutput : public testing::Test {
   }
   ~RT_ReportOutput() override {
     Platform::SetDialogProvider(nullptr);
+    ::setenv("TMPDIR", folder.parent_path().c_str(), 1);
     fs::remove_all(folder);
   }
 
@@ -81,16 +84,13 @@ class RT_ReportOutput : public testing::Test {
   std::u16string Csv() const { return Wide(folder / "Templates" / "csv.xsl"); }
   Lines TempFiles() const {
     Lines names;
-    for (const auto& entry : fs::directory_iterator(fs::temp_directory_path())) {
-      const std::string name = entry.path().filename().string();
-      if (name.starts_with("ketril-report-")) names.push_back(name);
-    }
+    for (const auto& entry : fs::directory_iterator(folder / "temporary"))
+      names.push_back(entry.path().filename().string());
     return names;
   }
 
   const fs::path folder = Platform::MakeTempFile("ketril-out-");
   const fs::path board = folder / "boards" / "one.kicad_pcb";
-  const Lines temp_files_before = TempFiles();
   Editor::ClientSetup setup;
   Ref<Editor::Client> client;
   std::optional<Editor::ClientInstallation> installation;
@@ -119,7 +119,7 @@ TEST_F(RT_ReportOutput, ADocumentInNoProjectHasItsReportBesideIt) {
   struct ::stat mode {};
   ::stat((folder / "boards/one.csv").c_str(), &mode);
   EXPECT_NE(mode.st_mode & 0044, 0u);  // as a file that the user makes himself
-  EXPECT_EQ(TempFiles(), temp_files_before);
+  EXPECT_EQ(TempFiles(), Lines());
 }
 
 TEST_F(RT_ReportOutput, WithoutAFolderTheCurrentOneIsTaken) {
@@ -234,7 +234,7 @@ TEST_F(RT_ReportOutput, ALockedTargetStaysAndTheUserIsTold) {
                              "FileName=" + (folder / "old.xml").string()}));
   EXPECT_EQ(messages.size(), 1u);
   EXPECT_EQ(Get(folder / "old.xml"), "old");
-  EXPECT_EQ(TempFiles(), temp_files_before);
+  EXPECT_EQ(TempFiles(), Lines());
 }
 
 TEST_F(RT_ReportOutput, ATargetThatCannotBeReplacedStaysAndNoTemporaryFileDoes) {
@@ -245,7 +245,7 @@ TEST_F(RT_ReportOutput, ATargetThatCannotBeReplacedStaysAndNoTemporaryFileDoes) 
   EXPECT_EQ(messages, (Lines{"The report could not be written to " + (folder / "dir.xml").string(),
                              "The report could not be written to " + (folder / "gone/x.xml").string()}));
   EXPECT_TRUE(fs::is_directory(folder / "dir.xml"));
-  EXPECT_EQ(TempFiles(), temp_files_before);
+  EXPECT_EQ(TempFiles(), Lines());
 
   messages.clear();
   const std::string temporary = fs::temp_directory_path().string();
@@ -279,7 +279,7 @@ TEST_F(RT_ReportOutput, AFullDiskLeavesTheTargetAndNoTemporaryFile) {
   ASSERT_EQ(messages.size(), 1u);
   EXPECT_TRUE(messages[0].starts_with("Error using ")) << messages[0];
   EXPECT_EQ(Get(folder / "boards/one.html"), "old");
-  EXPECT_EQ(TempFiles(), temp_files_before);
+  EXPECT_EQ(TempFiles(), Lines());
 }
 
 TEST_F(RT_ReportOutput, AnOpenDocumentIsToldOfItsReplacement) {

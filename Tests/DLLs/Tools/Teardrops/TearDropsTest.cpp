@@ -1,85 +1,15 @@
-// Teardrops on whole boards, through the exports.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-
-#include "DLLs/Tools/Frame/ObjectScope.h"
-#include "DLLs/Tools/Frame/PCBServer.h"
-#include "DLLs/Tools/Frame/Primitives.h"
-#include "DLLs/Tools/Teardrops/TeardropBuilder.h"
-#include "Editor/Client/Client.h"
-#include "Editor/Client/Parameters.h"
+// Teardrops on whole boards, through the exports: who gets which, and who loses it.
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Rules/Clearance.h"
-#include "Interfaces/Tools.h"
-#include "Platform/Messages.h"
-#include "Platform/Text.h"
-#include "Tests/Support/BoardFromText.h"
+#include "Tests/DLLs/Tools/Teardrops/TearDropsBoard.h"
 #include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril {
 namespace {
 
-using Tests::BoardFromText;
 using Tests::DescribeBoard;
 using Tests::Mil;
-
-class TearDrops : public testing::Test {
- protected:
-  ~TearDrops() override { Tools::ReleasePCBServer(); }
-
-  static void Run(Editor::Board& board, std::int32_t flags,
-                  std::initializer_list<std::pair<const char16_t*, const char16_t*>> sizes = {}) {
-    const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
-    const std::string text = std::to_string(flags);
-    parameters->AddParameter(u"TeardropParam_FlagsEx", std::u16string(text.begin(), text.end()));
-    for (const auto& [name, value] : sizes) parameters->AddParameter(name, value);
-    Tools_TearDrops(&board, parameters.Get());
-  }
-  static int Count(const Editor::Board& board) {
-    int count = 0;
-    board.objects.ForEach({eRegionObject}, [&](const Editor::Primitive& region) {
-      if (region.Has(Editor::kFlag_TearDrop)) ++count;
-    });
-    return count;
-  }
-  static int CountFor(const char* text, std::int32_t flags = kDefault) {
-    const Ref<Editor::Board> board = BoardFromText(text);
-    Run(*board, flags);
-    return Count(*board);
-  }
-
-  using TBoard = Tools::TBoard;
-  static Tools::TPrimitive& First(TBoard& board, TObjectId kind) {
-    Tools::TBoardIterator iterator(&board);
-    iterator.SetState_FilterObject({kind});
-    return *iterator.First();
-  }
-
-  static constexpr std::int32_t kDefault = 1000;
-  bool accept_ = false;
-  bool confirms_ = false;
-  std::string opened_;
-  TTeardropOptionsEx shown_;
-  Editor::ClientSetup ClientOfThis() {
-    Editor::ClientSetup setup;
-    setup.teardrop_dialog = [this](TTeardropOptionsEx& options) {
-      shown_ = options;
-      options.SizePercentArray[eTeardropObject_Via].Length = 44;
-      return accept_;
-    };
-    setup.confirm = [this](const std::u16string& text) {
-      EXPECT_EQ(text, u"Confirm Abort Process");
-      return std::optional(confirms_);
-    };
-    setup.open_document = [this](const std::filesystem::path& file) { opened_ = file.string(); };
-    return setup;
-  }
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(ClientOfThis())};
-};
+using TearDrops = TearDropsBoard;
 
 TEST_F(TearDrops, WhoGetsHowMany) {
   constexpr std::int32_t kAdd = TeardropFlag_Add | TeardropFlag_ScaleWidth;
@@ -116,7 +46,11 @@ TEST_F(TearDrops, WhoGetsHowMany) {
       {"nothing asked for", "via 0,0 30/15 net A ; track 0,0 200,0 w10 top net A", kAdd, 0},
       {"empty board", "", kDefault, 0},
   };
-  for (const auto& row : rows) EXPECT_EQ(CountFor(row.board, row.flags), row.count) << row.name;
+  for (const auto& row : rows) {
+    const Ref<Editor::Board> board = BoardFromText(row.board);
+    Run(*board, row.flags);
+    EXPECT_EQ(Count(*board), row.count) << row.name;
+  }
 }
 
 // The first vertices of the only teardrop, in mil; lengths come from the rows of the options.
@@ -148,10 +82,6 @@ TEST_F(TearDrops, OutlinesOnABoard) {
        "pad 0,0 60x40 rect top ; track 0,0 200,0 w10 top",
        kStraight,
        {{39.88, -5}, {29.76, -10}, {29.76, 10}, {39.88, 5}}},
-      {"through-hole rectangle: the same",
-       "pad 0,0 60x40 rect hole 30 ; track 0,0 200,0 w10 top",
-       kStraight,
-       {{39.88, -5}, {29.76, -10}, {29.76, 10}, {39.88, 5}}},
       {"oval, across",
        "pad 0,0 60x40 round top ; track 0,0 0,200 w8 top",
        kStraight,
@@ -180,21 +110,6 @@ TEST_F(TearDrops, OutlinesOnABoard) {
         {11.8068, -9.455},
         {10.7121, -10.5},
         {10.7121, 10.5}}},
-      {"rectangle, curved",
-       "pad 0,0 60x40 rect top ; track 0,0 200,0 w10 top",
-       kDefault,
-       {{39.88, -5},
-        {37.9572, -5.05},
-        {36.2368, -5.2},
-        {34.7188, -5.45},
-        {33.4032, -5.8},
-        {32.29, -6.25},
-        {31.3792, -6.8},
-        {30.6708, -7.45},
-        {30.1648, -8.2},
-        {29.8612, -9.05},
-        {29.76, -10},
-        {29.76, 10}}},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -249,57 +164,6 @@ TEST_F(TearDrops, OfOtherProgramsGo) {
   Run(*board, kDefault & ~TeardropFlag_Add);
   EXPECT_EQ(Count(*board), 0);
   EXPECT_EQ(Editor::WriteBoardText(*board), head + ")\n");
-}
-
-TEST_F(TearDrops, AConfirmedEscapeKeepsWhatIsDone) {
-  for (const bool confirms : {false, true}) {
-    confirms_ = confirms;
-    const Ref<Editor::Board> board = BoardFromText(
-        "via 0,0 30/15 net A ; via 400,0 30/15 net A ; track 0,0 400,0 w10 top net A ;"
-        "track 200,0 200,200 w10 top net A");
-    Platform::PostMessage({.Kind = Platform::WM_KEYDOWN, .WParam = Platform::VK_ESCAPE});
-    Run(*board, kDefault);
-    EXPECT_EQ(Count(*board), confirms ? 1 : 3);
-    EXPECT_TRUE(board->document_changed);
-  }
-}
-
-TEST_F(TearDrops, TheReportListsWhatWasVisited) {
-  const std::filesystem::path folder = std::filesystem::temp_directory_path() / "ketril-teardrop-report";
-  std::filesystem::create_directories(folder);
-  const Ref<Editor::Board> board = BoardFromText(
-      "via 0,0 30/15 net A selected ; via 400,0 30/15 net A ; pad 200,0 60x60 top net A selected ;"
-      "track 0,0 400,0 w10 top net A");
-  board->file.path = (folder / "Main.kicad_pcb").string();
-  const auto descriptor = [](auto* object) {
-    std::u16string text;
-    EXPECT_EQ(object->GetState_DescriptorString(text), Status::Ok);
-    return Platform::ToUtf8(text) + "\n";
-  };
-  const std::string pad = descriptor(Tests::Find<Editor::Pad>(*board));
-  const std::string via = descriptor(Tests::Find<Editor::Via>(*board));
-  const struct {
-    std::int32_t flags;
-    std::string text;  // without the line of the date; none: no report
-  } rows[] = {
-      {kDefault | TeardropFlag_Report | TeardropFlag_Selected,
-       "Teardrop Report Main.kicad_pcb\n\nPads visited                : 1\n\n"
-       "Vias visited                : 1\n\nPad teardrops failed : 0\n\n" +
-           pad + "\nVia teardrops failed : 0\n\n" + via + "\n"},
-      {TeardropFlag_Add | TeardropFlag_Track | TeardropFlag_Report, "Teardrop Report Main.kicad_pcb\n\n"},
-      {(kDefault | TeardropFlag_Report) & ~TeardropFlag_Add, ""},
-  };
-  for (const auto& row : rows) {
-    opened_.clear();
-    Run(*board, row.flags);
-    EXPECT_EQ(opened_, row.text.empty() ? "" : (folder / "Main.REP").string());
-    std::ifstream file(opened_);
-    std::string text((std::istreambuf_iterator<char>(file)), {});
-    const std::size_t date = text.find("On ");
-    if (date != text.npos) text.erase(date, text.find('\n', date) + 1 - date);
-    EXPECT_EQ(text, row.text);
-  }
-  std::filesystem::remove_all(folder);
 }
 
 constexpr const char* kMixed = R"(
@@ -364,88 +228,6 @@ TEST_F(TearDrops, MarksAndSelection) {
   via->SetFlag(Editor::kFlag_Selected, true);
   Tools_RemoveTearDropsOnSelected(board.Get());
   EXPECT_EQ(Count(*board), all - 1);
-}
-
-// The component's pad has one teardrop, the via at the other end of its track the second.
-TEST_F(TearDrops, OfOneComponentTrackOrNet) {
-  const struct {
-    const char* name;
-    std::function<void(Tools::TTeardropBuilder&, TBoard&)> run;
-    int left;
-  } rows[] = {
-      {"component",
-       [](auto& builder, auto& board) { builder.RemoveDropsFromComponent(&First(board, eComponentObject)); },
-       2},
-      {"a via is no component",
-       [](auto& builder, auto& board) { builder.RemoveDropsFromComponent(&First(board, eViaObject)); }, 3},
-      {"tracks that touch the via",
-       [](auto& builder, auto& board) { builder.RemoveDropsFromConnectedTracks(&First(board, eViaObject)); },
-       1},
-      {"what touches the via",
-       [](auto& builder, auto& board) { builder.RemoveDropsFromTouchingObjects(&First(board, eViaObject)); },
-       2},
-  };
-  constexpr const char* kBoard =
-      "component U1 at 0,0 { pad 0,0 60x60 name 1 net A } ; via 200,0 30/15 net A ;"
-      "track 0,0 200,0 w10 top net A ; via 0,400 30/15 net A ; track 0,400 200,400 w10 top net A";
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    const Ref<Editor::Board> host = BoardFromText(kBoard);
-    Run(*host, kDefault);
-    ASSERT_EQ(Count(*host), 3);
-    const Tools::TObjectScope scope;
-    TBoard& board = *TBoard::Create(host);
-    Tools::TTeardropBuilder builder(&board, nullptr);
-    row.run(builder, board);
-    EXPECT_EQ(Count(*host), 3);
-    builder.FlushFilletList();
-    EXPECT_EQ(Count(*host), row.left);
-
-    builder.ShowDropsForNet(nullptr, false);
-    builder.ShowDropsForNet(Tools::CheckedCast<Tools::TGroup>(&First(board, eNetObject)), false);
-    host->objects.ForEach(TObjectSet::All(), [](Editor::Primitive& object) {
-      EXPECT_EQ(object.Has(Editor::kFlag_EnableDraw), !object.Has(Editor::kFlag_TearDrop));
-    });
-  }
-}
-
-TEST_F(TearDrops, ParametersReplaceWhatTheyName) {
-  const struct {
-    const char16_t *name, *value;
-    bool taken;
-    double pads_length, tracks_width;
-    std::int32_t flags;
-  } rows[] = {
-      {u"TeardropParam_PercentForPads_Length", u"12.5", true, 12.5, -1, kDefault},
-      {u"TeardropParam_PercentForPads_Length", u"much", false, 100, -1, kDefault},
-      {u"TeardropParam_PercentForTracks_Width", u"50", true, 100, -1, kDefault},
-      {u"TeardropParam_FlagsEx", u"33", true, 100, -1, 33},
-      {u"TeardropParam_FlagsEx", u"33.5", false, 100, -1, kDefault},
-      {u"TeardropParam_Flags", u"33", false, 100, -1, kDefault},
-  };
-  for (const auto& row : rows) {
-    const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
-    parameters->AddParameter(row.name, row.value);
-    TTeardropOptionsEx options = Tools::DefaultTeardropOptions();
-    EXPECT_EQ(Tools::ReadTeardropParameters(parameters.Get(), options), row.taken);
-    EXPECT_EQ(options.SizePercentArray[eTeardropObject_Pad].Length, row.pads_length);
-    EXPECT_EQ(options.SizePercentArray[eTeardropObject_Track].Width, row.tracks_width);
-    EXPECT_EQ(options.Flags, row.flags);
-  }
-}
-
-TEST_F(TearDrops, TheDialogDecidesAndIsRemembered) {
-  const Ref<Editor::Board> board = BoardFromText("via 0,0 30/15 net A ; track 0,0 200,0 w10 top net A");
-  Tools_TearDrops(board.Get(), nullptr);
-  EXPECT_EQ(Count(*board), 0);
-  EXPECT_FALSE(board->document_changed);
-  EXPECT_EQ(shown_.Flags, kDefault);
-  EXPECT_EQ(Tools_GetCurrentTeardropOptions(board.Get()).SizePercentArray[eTeardropObject_Via].Length, 30);
-  accept_ = true;
-  Tools_TearDrops(board.Get(), nullptr);
-  EXPECT_EQ(Count(*board), 1);
-  EXPECT_EQ(Tools_GetCurrentTeardropOptions(board.Get()).SizePercentArray[eTeardropObject_Via].Length, 44);
-  EXPECT_EQ(Tools_GetCurrentTeardropOptions(board.Get()).SizePercentArray[eTeardropObject_Track].Width, -1);
 }
 
 }  // namespace

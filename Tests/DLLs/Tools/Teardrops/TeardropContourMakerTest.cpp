@@ -179,8 +179,10 @@ TEST(TeardropCurves, TakeOnlyWhatTurns) {
 TPolygonOwner Rectangle(double half_x, double half_y, double degrees) {
   const TVertexListOwner ring(NewVertexList(4));
   const double corners[4][2] = {{-half_x, -half_y}, {half_x, -half_y}, {half_x, half_y}, {-half_x, half_y}};
-  for (int i = 0; i < 4; ++i)
+  for (int i = 0; i < 4; ++i) {
     RotateVector(degrees, corners[i][0] * kMil, corners[i][1] * kMil, ring->vertex[i].x, ring->vertex[i].y);
+    ring->vertex[i] = {std::round(ring->vertex[i].x), std::round(ring->vertex[i].y)};  // as of a pad
+  }
   TPolygonOwner polygon(NewPolygon());
   AddContour(polygon.get(), ring.get(), false);
   return polygon;
@@ -208,6 +210,23 @@ TEST(PolygonOutline, ATrackIntoARectangleAtAnyAngle) {
         EXPECT_NEAR(out, (is_tail ? side + 10 : side - inset) * kMil, 3) << degrees;
       }
     }
+  }
+}
+
+// The track's upper edge is beyond the pad's side, which runs along it but for rounding: the curve stays
+// near.
+TEST(PolygonOutline, AnEdgeAlongThePadsSideMeetsItNowhere) {
+  for (int degrees = 0; degrees < 360; degrees += 5) {
+    const TPolygonOwner pad = Rectangle(10, 11, degrees);
+    LineType line;
+    RotateVector(degrees, -53 * kMil, 9 * kMil, line.x1, line.y1);
+    RotateVector(degrees, -9 * kMil, 9 * kMil, line.x2, line.y2);
+    line = {std::round(line.x1), std::round(line.y1), std::round(line.x2), std::round(line.y2)};
+    const auto contours = TTeardropContourMaker::ToPolygonContours(nullptr, &line, 8 * kMil, *pad,
+                                                                   {20 * kMil, 20 * kMil}, Options(0));
+    ASSERT_TRUE(contours && contours->size() == 1) << degrees;
+    for (const Place& place : PlacesOf(contours->front()))
+      EXPECT_LE(std::hypot(place.x, place.y), 60 * kMil) << degrees;
   }
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "DLLs/Tools/Frame/PCBServer.h"
-#include "DLLs/Tools/Vias/ViaShielding.h"
+#include "DLLs/Tools/Vias/ViaShieldingManager.h"
 #include "Editor/Client/Client.h"
 #include "Editor/Client/Parameters.h"
 #include "Editor/HostCall.h"

@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Placement/AutoPlacementGrid.h"
+#include "DLLs/Tools/Placement/AutoPlac.h"
 
 #include <cmath>
 #include <cstdlib>

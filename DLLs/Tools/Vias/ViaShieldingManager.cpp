@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Vias/ViaShielding.h"
+#include "DLLs/Tools/Vias/ViaShieldingManager.h"
 
 #include "DLLs/Tools/Frame/ConfirmNoYes.h"
 #include "DLLs/Tools/Vias/ViaUnions.h"
@@ -29,7 +29,7 @@ std::uintptr_t IdentityOf(const Ref<IPCB_Primitive>& object) {
 template <class Visit>
 void ForEachShielding(const Ref<IPCB_Primitive>& object, Visit visit) {
   const auto board = CheckedCast<IPCB_Board2>(On(object).Read(&IPCB_Primitive::GetState_Board));
-  const std::int32_t count = On(board).Read(&IPCB_Board2::GetState_SmartUnionCount);
+  const std::int32_t count = On(board).Read(&IPCB_Board2::GetSmartUnionCount);
   for (std::int32_t i = 0; i < count; ++i) {
     const auto shielding = Probe<IPCB_ViaShieldingSU>(On(board).Read(&IPCB_Board2::GetSmartUnion, i));
     if (!shielding) continue;

@@ -1,5 +1,5 @@
 // Moving to the grid and placing texts, through the exports.
-#include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
+#include "DLLs/Tools/Placement/AutoPlacementTool.h"
 
 #include <random>
 

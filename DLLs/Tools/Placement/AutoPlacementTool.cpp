@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Placement/AutoPlacementGridTool.h"
+#include "DLLs/Tools/Placement/AutoPlacementTool.h"
 
 #include "DLLs/Tools/Frame/ConfirmNoYes.h"
 #include "DLLs/Tools/Frame/Polling.h"
@@ -6,7 +6,7 @@
 #include "DLLs/Tools/Frame/PrimitivesIterators.h"
 #include "DLLs/Tools/Frame/Progress.h"
 #include "DLLs/Tools/Geometry/Rounding.h"
-#include "DLLs/Tools/Placement/AutoPlacementGrid.h"
+#include "DLLs/Tools/Placement/AutoPlac.h"
 #include "DLLs/Tools/Placement/RoomContents.h"
 #include "DLLs/Tools/Placement/Utilities.h"
 
@@ -68,8 +68,11 @@ bool PollAndStep(TProgress& progress) {
 void MoveComponentToGrid(TBoard* board, TPrimitive* component) {
   const TCoordPoint from{component->GetState_X(), component->GetState_Y()};
   const TCoordPoint to = Snapped(board, from);
-  if (to != from) MoveInBracket(component, [&] { component->MoveToXY(to.x, to.y); });
-  board->SetState_DocumentHasChanged();
+  if (to != from) {
+    MoveInBracket(component, [&] { component->MoveToXY(to.x, to.y); });
+  } else {
+    board->SetState_DocumentHasChanged();
+  }
 }
 
 // What the room holds is asked for at its new place.

@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Geometry/ClipPolygons.h"
+#include "DLLs/Tools/Geometry/RT_PolygonClipper.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Vias/ViaStitching.h"
+#include "DLLs/Tools/Vias/ViaStitchingManager.h"
 
 #include "DLLs/Tools/Vias/ViaUnions.h"
 

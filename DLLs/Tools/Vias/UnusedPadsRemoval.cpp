@@ -1,5 +1,6 @@
-#include "DLLs/Tools/Vias/UnusedPads.h"
+#include "DLLs/Tools/Vias/UnusedPadsRemoval.h"
 
+#include "DLLs/Tools/Frame/EditBracket.h"
 #include "DLLs/Tools/Frame/HostLink.h"
 #include "DLLs/Tools/Frame/PrimitivesStack.h"
 
@@ -19,13 +20,13 @@ void TUnusedPadsRemoval::ProcessObject(TPrimitive* object) const {
   const auto* via = dynamic_cast<TVia*>(object);
   if (via && via->IsBackDrill()) return;
   auto* copper = CheckedCast<TStackObject>(object);
-  object->BeginModify(true);
-  if (Options.Mode == eUnusedPads_Restore || Options.Mode == eUnusedPads_RestoreAndRemove)
-    copper->RestoreUnusedPads();
-  if (Options.Mode == eUnusedPads_Remove || Options.Mode == eUnusedPads_RestoreAndRemove)
-    copper->RemoveUnusedPads(Options.PreserveStartEnd);
-  if (auto* pad = dynamic_cast<TPad*>(object)) pad->InvalidateCache();
-  object->EndModify(nullptr);
+  EditInBracket(object, [&] {
+    if (Options.Mode == eUnusedPads_Restore || Options.Mode == eUnusedPads_RestoreAndRemove)
+      copper->RestoreUnusedPads();
+    if (Options.Mode == eUnusedPads_Remove || Options.Mode == eUnusedPads_RestoreAndRemove)
+      copper->RemoveUnusedPads(Options.PreserveStartEnd);
+    if (auto* pad = dynamic_cast<TPad*>(object)) pad->InvalidateCache();
+  });
 }
 
 }  // namespace Ketril::Tools

@@ -1,4 +1,4 @@
-#include "DLLs/Tools/Placement/AutoPlacementGrid.h"
+#include "DLLs/Tools/Placement/AutoPlac.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 constexpr TCoord kHigh = std::numeric_limits<TCoord>::max();
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
-TEST(AutoPlacementGrid, CorrectsUpAndDown) {
+TEST(AutoPlac, CorrectsUpAndDown) {
   const struct {
     TCoord coordinate;
     double grid;
@@ -42,7 +42,7 @@ TEST(AutoPlacementGrid, CorrectsUpAndDown) {
   }
 }
 
-TEST(AutoPlacementGrid, ConversionsThatFailTellTheSide) {
+TEST(AutoPlac, ConversionsThatFailTellTheSide) {
   EXPECT_EQ(SafeRound(2.5), 2);
   EXPECT_EQ(SafeRound(-3.5), -4);
   EXPECT_EQ(SafeTrunc(-3.9), -3);
@@ -54,7 +54,7 @@ TEST(AutoPlacementGrid, ConversionsThatFailTellTheSide) {
   EXPECT_EQ(SafeTrunc(kNone), -kHigh);
 }
 
-TEST(AutoPlacementGrid, SnapsToTheNearerCorrection) {
+TEST(AutoPlac, SnapsToTheNearerCorrection) {
   const struct {
     TCoord position, origin;
     double grid;
@@ -70,7 +70,7 @@ TEST(AutoPlacementGrid, SnapsToTheNearerCorrection) {
         << row.position << " from " << row.origin;
 }
 
-TEST(AutoPlacementGrid, OfWholeGridsEveryResultIsAMultipleWithinAStep) {
+TEST(AutoPlac, OfWholeGridsEveryResultIsAMultipleWithinAStep) {
   std::mt19937 random(5);
   for (int i = 0; i < 20000; ++i) {
     const TCoord grid = 1 + static_cast<TCoord>(random() % 1000000);

@@ -6,7 +6,7 @@
 
 namespace Ketril::Tools {
 
-// One coordinate on the board's component grid, see AutoPlacementGrid.h.
+// One coordinate on the board's component grid, see AutoPlac.h.
 TCoord CompGridCorrectUpX(TBoard* ABoard, TCoord ACoord);
 TCoord CompGridCorrectDownX(TBoard* ABoard, TCoord ACoord);
 TCoord CompGridCorrectUpY(TBoard* ABoard, TCoord ACoord);
