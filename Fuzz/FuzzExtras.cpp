@@ -60,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text = Editor::ExtrasText(*board);
   if (!text.empty()) {
     const Ref<Board> again = Read(text);
-    Check(again, "what is written can be read");
+    Check(again.Get() != nullptr, "what is written can be read");
     Check(Editor::ExtrasText(*again) == text, "what was read is written as it was");
     Fuzz::CheckNothing(
         Tests::Differences(Tests::DescribeBoard(*board, true), Tests::DescribeBoard(*again, true)),

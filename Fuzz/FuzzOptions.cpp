@@ -89,7 +89,7 @@ void AskReaders() {
   Tools_ReportSpecs(nullptr, board.Get(), nullptr, (Fuzz::Folder() / "report").u16string());
   Ref<IOptionsReader> reader;
   Check(!Failed(client->OpenOptionsReader(u"PCB", u"", reader)), "options are offered");
-  const auto forms = MakeCounted<Tools::TReportOutputOptions>();
+  const auto forms = Tools::MakeCounted<Tools::TReportOutputOptions>();
   Check(!Failed(forms->Import_FromOptionsReader(reader.Get())), "forms are read");
   Tools::ReleasePCBServer();
 }

@@ -30,7 +30,11 @@ const Ketril::Ref<Ketril::Editor::Board>& SmallBoard() {
 
 // Asks every object. A rule's scope that is blank is for all.
 void CheckScope(const std::string& text, const Selection* selection) {
-  const auto rule = MakeRule(Ketril::eRule_Clearance);
+  static const Ketril::Ref<Rule> rule = [] {
+    Ketril::Ref<Rule> made = MakeRule(Ketril::eRule_Clearance);
+    SmallBoard()->Load(made.Get());
+    return made;
+  }();
   rule->data.scope1 = Ketril::Platform::ToUtf16(text);
   SmallBoard()->objects.ForEach(Ketril::TObjectSet::All(), [&](const Primitive& object) {
     const bool has = rule->Scope1Has(&object);

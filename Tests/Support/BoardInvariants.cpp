@@ -68,7 +68,7 @@ std::string BrokenIndex(Board& board, const Objects& objects) {
 
 }  // namespace
 
-std::string BrokenInvariant(Board& board) {
+std::string BrokenInvariant(Board& board, std::int64_t lost) {
   Objects objects, selected;
   board.objects.ForEach(TObjectSet::All(), [&](Primitive& object) {
     objects.push_back(&object);
@@ -83,7 +83,7 @@ std::string BrokenInvariant(Board& board) {
   }
   if (objects.size() != board.objects.Count()) return "the count of objects is not their number";
   if (board.Selected() != selected) return "the selection is not what is marked";
-  if (board.LiveIterators() != 0) return "an iterator was not handed back";
+  if (board.LiveIterators() != lost) return "an iterator was not handed back";
   if (board.progress->IsOpen()) return "the progress is open";
   return BrokenIndex(board, objects);
 }
