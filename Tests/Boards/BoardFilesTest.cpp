@@ -151,8 +151,9 @@ class Thinned final : public BoardFile {
  public:
   using BoardFile::BoardFile;
   void TestBody() override {
-    std::vector<Primitive*> removed = FreeObjects(*board_);
-    for (std::size_t i = 0; i < removed.size(); i += 2) board_->Remove(Ref<Primitive>(removed[i]).Get());
+    std::vector<Ref<Primitive>> removed;  // held: a room goes with the zone that draws it
+    for (Primitive* object : FreeObjects(*board_)) removed.emplace_back(object);
+    for (std::size_t i = 0; i < removed.size(); i += 2) board_->Remove(removed[i].Get());
     ExpectReadsBack(0);
   }
 };
