@@ -340,13 +340,18 @@ void BoardPass::InsertNewObjects() {
   };
   const std::vector<Primitive*> missing = objects_->Missing();
   std::vector<std::vector<New>> all(missing.size());
-  if (std::ranges::all_of(missing, BoardComposer::CanShareWords)) {
-    for (Primitive* object : missing) words_->Prepare(*object);
-    board_.index.Update();  // so that the searches change nothing
-    ForEachOnAllCores(missing.size(), [&](std::size_t i) { all[i] = compose(*missing[i]); });
-  } else {
-    std::ranges::transform(missing, all.begin(), [&](Primitive* object) { return compose(*object); });
+  // In their order, as nets get their numbers on the way.
+  std::vector<std::size_t> sharing;
+  for (std::size_t i = 0; i < missing.size(); ++i) {
+    if (BoardComposer::CanShareWords(missing[i])) {
+      words_->Prepare(*missing[i]);
+      sharing.push_back(i);
+    } else {
+      all[i] = compose(*missing[i]);
+    }
   }
+  board_.index.Update();  // so that the searches change nothing
+  ForEachOnAllCores(sharing.size(), [&](std::size_t k) { all[sharing[k]] = compose(*missing[sharing[k]]); });
   std::vector<New> added;
   for (std::vector<New>& texts : all) std::ranges::move(texts, std::back_inserter(added));
   std::ranges::stable_sort(added, {}, &New::section);
