@@ -440,6 +440,14 @@ TEST_F(BoardFolder, CompanionsComeAlong) {
   }
 }
 
+// It could not be read again, although what it says of the line is near to its footprint.
+TEST(BoardFile, AMemberBeyondTheRangeIsNotWritten) {
+  const Ref<Board> board = ReadBoardText(BoardText(20211014, R"((footprint "a" (layer "F.Cu") (at 0 0)
+    (fp_line (start 1000 0) (end 1001 0) (layer "F.SilkS") (width 0.1))))"));
+  ASSERT_EQ(Find<Component>(*board)->MoveByXY(ToUnits(2000 * 1000000LL), 0), Status::Ok);
+  EXPECT_THROW((void)WriteBoardText(*board), FileError);
+}
+
 TEST_F(BoardFolder, AFailedSaveLeavesTheTarget) {
   const Ref<Board> board = Read(20211014, kChanged);
   std::filesystem::create_directory(folder_ / "d.kicad_pcb");

@@ -17,6 +17,8 @@ TEST(HitTest, GivesWhatIsAtAPlace) {
     via 500,500 60/30
     zone 0,0 2000,0 2000,2000 0,2000 bottom net A
     component U1 at 1500,500 { pad -100,0 60x60 rect top ; pad 100,0 60x60 round top selected ; text 0,300 "10k" h60 comment }
+    component U4 at 3000,400 { pad 0,0 20x20 top ; text 0,100 "10k" h60 comment }
+    component U3 at 3020,520 { pad 0,0 100x100 top }
     component U2 at 1500,1000 selected { pad -50,0 60x60 top selected ; pad 50,0 60x60 top }
   )");
   const Ref<Rule> room = MakeRule(eRule_ConfinementConstraint);
@@ -46,6 +48,12 @@ TEST(HitTest, GivesWhatIsAtAPlace) {
        false,
        "Component U2"},
       {"its comment stands for it", {1500, 800}, kNoZone, eProcessComponent, false, "Component U1"},
+      {"what is there comes before a comment over it",
+       {3020, 520},
+       kNoZone,
+       eProcessComponent,
+       false,
+       "Component U3"},
       {"each by itself", {1400, 500}, kNoZone, eProcessAll, false, "Pad U1-"},
       {"members passed over", {1400, 500}, kNoZone, eProcessFree, false, "Component U1"},
       {"only what is selected", {1400, 500}, kNoZone, eProcessAll, true, ""},

@@ -344,6 +344,15 @@ TEST(PolygonUtils, UnitesAndIntersects) {
   EXPECT_FALSE(all->IsClockwise());
 }
 
+// A spike may read as clockwise both ways: the ring is turned back all the same.
+TEST(AbstractPolygon, AQuestionLeavesTheRingAsItIs) {
+  TAbstractPolygon ring;
+  for (const TCoordPoint vertex : {TCoordPoint{1, 1}, {-3, -3}, {1, 2}, {-3, -3}}) ring.AddPoint(vertex);
+  const std::string before = Text(ring);
+  ring.DoesSegmentIntersect({-4, 0}, {4, 1}, false);
+  EXPECT_EQ(Text(ring), before);
+}
+
 // Whatever the ring, everything ends and nothing overflows.
 TEST(AbstractPolygon, StandsExtremeRings) {
   constexpr TCoord kMost = std::numeric_limits<TCoord>::max(), kLeast = std::numeric_limits<TCoord>::min();
