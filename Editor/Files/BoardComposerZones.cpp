@@ -78,8 +78,10 @@ std::vector<std::string> BoardComposer::RegionText(Region& region) {
   if (region.Owner() && region.Owner()->kind == ePolyObject && region.Owner()->HasMember(region)) {
     return Fills(region, region.data.rings);
   }
-  const bool needs_zone =
-      IsSignalLayer(region.state.layer) && region.GetNet() && !words_.version.HasNetGraphics();
+  // A drawn polygon is one piece, and has a net in new versions only.
+  const bool has_pieces = std::ranges::count(data.rings, false, &Ring::hole) > 1;
+  const bool needs_zone = IsSignalLayer(region.state.layer) &&
+                          (has_pieces || (region.GetNet() && !words_.version.HasNetGraphics()));
   if (data.filled && !InFootprint(region) && (region.Has(kFlag_TearDrop) || needs_zone))
     return {RegionZone(region)};
   if (data.closed) return Shapes(region, data.rings, data.filled, data.line_width);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -134,10 +135,26 @@ std::string Describe(const Primitive& object) {
   return line.Text();
 }
 
+namespace {
+
+// Those of the lines that the others have not, a few of them.
+std::string Only(std::vector<std::string> lines, std::vector<std::string> others, const char* title) {
+  std::ranges::sort(lines);
+  std::ranges::sort(others);
+  std::vector<std::string> only;
+  std::ranges::set_difference(lines, others, std::back_inserter(only));
+  std::string text;
+  for (std::size_t i = 0; i < std::min<std::size_t>(only.size(), 5); ++i) text += title + only[i] + "\n";
+  return text;
+}
+
+}  // namespace
+
 std::string Differences(const std::vector<std::string>& expected, const std::vector<std::string>& actual,
                         double tolerance) {
   if (expected.size() != actual.size()) {
-    return std::to_string(expected.size()) + " lines became " + std::to_string(actual.size());
+    return std::to_string(expected.size()) + " lines became " + std::to_string(actual.size()) + "\n" +
+           Only(expected, actual, "only expected") + Only(actual, expected, "  only actual");
   }
   std::string text;
   int shown = 0;

@@ -56,5 +56,28 @@ TEST(ZoneFill, IsTiedToTheNearestEndAndReadsBackAsTheOutline) {
   EXPECT_EQ(TiedFill(*region), Covered(region->data.rings));
 }
 
+// Shielding copper around two far components: pieces of one region, and a hole in one of them.
+TEST(RegionFile, ARegionOfPiecesStaysOne) {
+  for (const int version : {20171130, 20211014, 20241229}) {
+    for (const char* net : {"", " net A"}) {
+      const Ref<Board> board = BoardFromText(std::string("region 0,0 100,0 100,100 0,100 top") + net +
+                                             " ; track 500,0 600,0 w5 top net A");
+      std::vector<Ring>& rings = Tests::Find<Region>(*board)->data.rings;
+      const auto triangle = [](int x, int y, int side, bool hole) {
+        return Ring{{{Mil(x), Mil(y)}, {Mil(x + side), Mil(y)}, {Mil(x), Mil(y + side)}}, hole};
+      };
+      rings = {triangle(0, 0, 100, false), triangle(300, 0, 50, false), triangle(10, 10, 20, true)};
+      const double area = Area(rings);
+      board->file.text.clear();
+      board->file.version = version;
+      const std::string text = WriteBoardText(*board);
+      const Ref<Board> again = ReadBoardText(text, "pieces");
+      EXPECT_EQ(again->objects.Count(eRegionObject), 1) << text;
+      EXPECT_NEAR(Area(Tests::Find<Region>(*again)->data.rings), area, 1e-3 * area) << text;
+      EXPECT_EQ(WriteBoardText(*again), text);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace Ketril::Editor
