@@ -74,6 +74,22 @@ double PartGap(const CopperPart& a, const CopperPart& b, double limit) {
   return apart < limit + pens ? std::min(apart - pens, limit) : limit;
 }
 
+// As PartGap of what the strokes draw.
+double StrokeGap(const Stroke& a, const Stroke& b, double limit) {
+  const double pens = a.pen + b.pen, apart = Distance(a.line, b.line);
+  return apart <= pens ? 0 : std::min(apart - pens, limit);
+}
+
+bool HasVertexOn(const Stroke& stroke, const Primitive& object, TV7_Layer layer) {
+  const Region* const region = As<Region>(&object);
+  if (!region || region->data.kind != eRegionKind_Copper || !HasCopperOn(object, layer)) return false;
+  return std::ranges::any_of(region->data.rings, [&](const Ring& ring) {
+    return !ring.hole && std::ranges::any_of(ring.points, [&](TCoordPoint point) {
+      return Distance(Spot{double{1} * point.x, double{1} * point.y}, stroke.line) <= stroke.pen;
+    });
+  });
+}
+
 const Board* BoardOf(const Primitive& a, const Primitive& b) {
   return a.board ? a.board : b.board;
 }
@@ -114,7 +130,16 @@ std::vector<TV7_Layer> SharedLayers(const Primitive& a, const Primitive& b) {
   return layers;
 }
 
+std::optional<double> QuickGap(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit) {
+  const std::optional<Stroke> stroke_a = StrokeOf(a, layer), stroke_b = StrokeOf(b, layer);
+  if (stroke_a && stroke_b) return StrokeGap(*stroke_a, *stroke_b, limit);
+  if (stroke_a && HasVertexOn(*stroke_a, b, layer)) return 0;
+  if (stroke_b && HasVertexOn(*stroke_b, a, layer)) return 0;
+  return std::nullopt;
+}
+
 double Gap(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit) {
+  if (const auto gap = QuickGap(a, b, layer, limit)) return *gap;
   return Gap(CopperOn(a, layer), CopperOn(b, layer), limit);
 }
 

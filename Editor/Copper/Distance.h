@@ -2,6 +2,7 @@
 #pragma once
 
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "Editor/Copper/CopperShape.h"
@@ -26,6 +27,10 @@ std::vector<TV7_Layer> SharedLayers(const Primitive& a, const Primitive& b);
 double Gap(const Primitive& a, const Primitive& b, double limit = kNoLimit);
 // The same on one layer.
 double Gap(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit = kNoLimit);
+
+// The same for the pairs that are most of what is asked, from their data alone: two of tracks and vias, and
+// one of these with a region that has a vertex on it. Nothing for all others.
+std::optional<double> QuickGap(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit);
 
 inline bool Touch(const Primitive& a, const Primitive& b) {
   return Gap(a, b, kTouchGap) < kTouchGap;

@@ -48,12 +48,15 @@ Hull RoundHull(TCoordPoint center, TCoord size) {
   return {{{static_cast<double>(center.x), static_cast<double>(center.y), size / 2.0}}};
 }
 
-Form FormOf(const TrackData& track) {
+Stroke StrokeOf(const TrackData& track) {
   TCoordPoint left = track.p1, right = track.p2;
   if (right.x < left.x || (right.x == left.x && right.y < left.y)) std::swap(left, right);
-  const double pen = std::max(track.width, 0) / 2.0;
-  return Hull{
-      {{double{1} * left.x, double{1} * left.y, pen}, {double{1} * right.x, double{1} * right.y, pen}}};
+  return {{SpotOf(left), SpotOf(right)}, std::max(track.width, 0) / 2.0};
+}
+
+Form FormOf(const TrackData& track) {
+  const auto [line, pen] = StrokeOf(track);
+  return Hull{{{line.a.x, line.a.y, pen}, {line.b.x, line.b.y, pen}}};
 }
 
 Form FormOf(const Arc& arc) {
@@ -85,8 +88,12 @@ void AddForms(const RegionData& region, std::vector<Form>& forms) {
   if (!area.outer.empty()) forms.push_back(std::move(area));
 }
 
+TCoord RingSize(const Via& via, TV7_Layer layer) {
+  return Contains(via.data.removed, layer) ? via.data.hole : via.SizeOn(layer);
+}
+
 void AddForms(const Via& via, TV7_Layer layer, std::vector<Form>& forms) {
-  Hull hull = Contains(via.data.removed, layer) ? HoleOf(via) : RoundHull(via.data.center, via.SizeOn(layer));
+  Hull hull = RoundHull(via.data.center, RingSize(via, layer));
   if (!hull.discs.empty()) forms.push_back(std::move(hull));
 }
 
@@ -171,6 +178,16 @@ std::vector<Form> FormsOf(const Primitive& primitive, TV7_Layer layer) {
     }
   }
   return forms;
+}
+
+std::optional<Stroke> StrokeOf(const Primitive& primitive, TV7_Layer layer) {
+  if (!HasCopperOn(primitive, layer)) return std::nullopt;
+  if (const Track* track = As<Track>(&primitive)) return StrokeOf(track->data);
+  const Via* const via = As<Via>(&primitive);
+  const TCoord size = via ? RingSize(*via, layer) : 0;
+  if (size <= 0) return std::nullopt;
+  const Spot center = SpotOf(via->data.center);
+  return Stroke{{center, center}, size / 2.0};
 }
 
 }  // namespace Ketril::Editor

@@ -2,6 +2,7 @@
 // starts from these few forms, so that a kind of object is known in one place. Lengths are in units.
 #pragma once
 
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -52,6 +53,16 @@ bool HasCopperOn(const Primitive& primitive, TV7_Layer layer);
 // remains. Bodies, connections, cut-outs, hidden objects and what has no place have no copper. The disc of a
 // track's left end (smaller x, then smaller y) is the first of its hull.
 std::vector<Form> FormsOf(const Primitive& primitive, TV7_Layer layer);
+
+// A straight line or a dot that a round pen draws.
+struct Stroke {
+  Segment line;
+  double pen = 0;
+};
+
+// The copper of a track or a via on a layer, which is a single stroke, for those who ask often; nothing where
+// there is none, and for other kinds.
+std::optional<Stroke> StrokeOf(const Primitive& primitive, TV7_Layer layer);
 
 // What is drilled through a pad or via; no discs without a hole.
 Hull HoleOf(const Pad& pad);

@@ -22,72 +22,96 @@ bool IsUuid(std::string_view id) {
   return std::ranges::equal(id, kForm, [](char c, char form) { return form == 'x' ? IsHex(c) : c == form; });
 }
 
-// The first words of an expression, and the lists that follow them.
-struct Parts {
-  std::string_view head;  // with the opening parenthesis
-  std::vector<std::string_view> lists;
-};
-
 // Lists of points are the bulk of a board, and have nothing but lists of numbers in them.
 constexpr std::string_view kPoints = "(pts (xy ";
 
-Parts Split(std::string_view expression) {
-  Parts parts;
-  unsigned depth = 0;
-  std::size_t begin = 0;
+// Where the lists of an expression are, itself first, each before those within it; none within one of points.
+struct List {
+  std::size_t begin, end;
+};
+
+std::vector<List> ListsOf(std::string_view expression) {
+  std::vector<List> lists;
+  std::vector<std::size_t> open;
   bool quoted = false;
-  for (std::size_t i = 1; i + 1 < expression.size(); ++i) {
+  for (std::size_t i = 0; i < expression.size(); ++i) {
     const char c = expression[i];
-    if (c == '"') quoted = !quoted;
-    if (c == '\\') ++i;
-    if (quoted) continue;
-    if (c == '(' && depth++ == 0) {
-      if (parts.lists.empty()) parts.head = expression.substr(0, expression.find_last_not_of(' ', i - 1) + 1);
-      begin = i;
+    if (c == '\\') {
+      ++i;
+    } else if (c == '"') {
+      quoted = !quoted;
+    } else if (!quoted && c == '(') {
+      const bool has_points = expression.substr(i).starts_with(kPoints);
+      const std::size_t end = has_points ? expression.find("))", i) + 2 : expression.size();
+      lists.push_back({i, end});
+      has_points ? void(i = end - 1) : open.push_back(lists.size() - 1);
+    } else if (!quoted && c == ')' && !open.empty()) {
+      lists[open.back()].end = i + 1;
+      open.pop_back();
     }
-    const bool has_points = c == '(' && expression.substr(i).starts_with(kPoints);
-    if (has_points) i = expression.find("))", i) + 1;
-    if ((c == ')' || has_points) && --depth == 0)
-      parts.lists.push_back(expression.substr(begin, i + 1 - begin));
   }
-  return parts;
+  return lists;
 }
 
-// As many points to a line as go.
-void LayOutPoints(std::string& result, std::string_view expression, const std::string& inner) {
-  constexpr std::size_t kPointsLine = 99;
-  result += "(pts";
-  std::size_t width = kPointsLine, open = 4;
-  while ((open = expression.find('(', open + 1)) != std::string_view::npos) {
-    const std::string_view point = expression.substr(open, expression.find(')', open) + 1 - open);
-    const bool fits = width + point.size() < kPointsLine;
-    if (!fits) width = 0;
-    fits ? void(result += ' ') : void(result += inner);
-    result += point;
-    width += point.size() + 1;
-    open += point.size() - 1;
-  }
-}
+// Lays the lists of an expression out, each on lines of its own.
+class Layout {
+ public:
+  Layout(std::string& result, std::string_view expression, bool tabbed)
+      : result_(result), expression_(expression), lists_(ListsOf(expression)), tabbed_(tabbed) {}
 
-void LayOutInto(std::string& result, std::string_view expression, const std::string& line, bool tabbed) {
-  constexpr std::size_t kOneLine = 240;
-  const bool is_short = !tabbed && expression.size() < kOneLine;
-  const bool has_points = !is_short && expression.starts_with(kPoints);
-  const Parts parts = is_short || has_points ? Parts{} : Split(expression);
-  if (parts.lists.empty() && !has_points) {
-    result += expression;
-    return;
+  // The next list, which begins behind `line`: a line break and blanks.
+  void Put(const std::string& line) {
+    constexpr std::size_t kOneLine = 240;
+    const List list = lists_[next_++];
+    const std::string_view text = expression_.substr(list.begin, list.end - list.begin);
+    const std::string inner = line + (tabbed_ ? "\t" : "  ");
+    if (!tabbed_ && text.size() < kOneLine) {
+      while (IsNextIn(list)) ++next_;
+      result_ += text;
+      return;
+    }
+    if (text.starts_with(kPoints)) {
+      PutPoints(text, inner);
+    } else if (!IsNextIn(list)) {
+      result_ += text;
+      return;
+    } else {
+      const std::string_view head = expression_.substr(list.begin, lists_[next_].begin - list.begin);
+      result_ += head.substr(0, head.find_last_not_of(' ') + 1);
+      while (IsNextIn(list)) {
+        result_ += inner;
+        Put(inner);
+      }
+    }
+    result_ += line;
+    result_ += ')';
   }
-  const std::string inner = line + (tabbed ? "\t" : "  ");
-  if (has_points) {
-    LayOutPoints(result, expression, inner);
-  } else {
-    result += parts.head;
-    for (const std::string_view list : parts.lists) LayOutInto(result += inner, list, inner, tabbed);
+
+ private:
+  bool IsNextIn(const List& list) const { return next_ < lists_.size() && lists_[next_].begin < list.end; }
+
+  // As many points to a line as go.
+  void PutPoints(std::string_view points, const std::string& inner) {
+    constexpr std::size_t kPointsLine = 99;
+    result_ += "(pts";
+    std::size_t width = kPointsLine;
+    for (std::size_t open = kPoints.find('(', 1), end = 0; end + 1 < points.size(); open = end + 1) {
+      end = points.find(')', open) + 1;
+      const std::string_view point = points.substr(open, end - open);
+      const bool fits = width + point.size() < kPointsLine;
+      if (!fits) width = 0;
+      fits ? void(result_ += ' ') : void(result_ += inner);
+      result_ += point;
+      width += point.size() + 1;
+    }
   }
-  result += line;
-  result += ')';
-}
+
+  std::string& result_;
+  std::string_view expression_;
+  std::vector<List> lists_;
+  std::size_t next_ = 0;
+  bool tabbed_;
+};
 
 }  // namespace
 
@@ -228,9 +252,10 @@ bool FileWords::NeedsIdentifier(const Primitive& primitive) {
 
 std::string FileWords::LayOut(const std::string& expression, std::string_view blanks) const {
   std::string result(blanks);
-  if (blanks.find('\n') == std::string_view::npos) return result + expression;
+  const bool is_list = expression.starts_with('(');
+  if (!is_list || blanks.find('\n') == std::string_view::npos) return result + expression;
   result.reserve(expression.size() + expression.size() / 4);
-  LayOutInto(result, expression, std::string(blanks), version.IsTabbed());
+  Layout(result, expression, version.IsTabbed()).Put(std::string(blanks));
   return result;
 }
 

@@ -1,5 +1,7 @@
 #include "Editor/Files/Units.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -14,16 +16,27 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+// Lists of points are the bulk of a board file: two digits at a time.
+constexpr auto kPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
 void AppendMillionths(std::string& result, std::int64_t value) {
   char text[32];
   char* end = text;
   if (value < 0) *end++ = '-';
   const std::int64_t size = std::abs(value);
   end = std::to_chars(end, std::end(text), size / 1000000).ptr;
-  if (auto rest = static_cast<std::uint32_t>(size % 1000000); rest != 0) {
+  if (const auto rest = static_cast<std::uint32_t>(size % 1000000); rest != 0) {
     *end++ = '.';
-    for (int place = 5; place >= 0; --place, rest /= 10) end[place] = static_cast<char>('0' + rest % 10);
-    for (end += 6; end[-1] == '0';) --end;
+    for (const std::uint32_t pair : {rest / 10000, rest / 100 % 100, rest % 100})
+      end = std::copy_n(&kPairs[std::size_t{2} * pair], 2, end);
+    while (end[-1] == '0') --end;
   }
   result.append(text, end);
 }

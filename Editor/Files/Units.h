@@ -22,21 +22,13 @@ constexpr Nanometres kMaxNanometres = 2147483647;
 constexpr TCoord ToUnits(Nanometres nm) {
   return static_cast<TCoord>((nm * 50 + (nm < 0 ? -63 : 63)) / 127);
 }
-constexpr int TrailingZeros(Nanometres nm) {
-  int zeros = 0;
-  for (; nm != 0 && nm % 10 == 0; nm /= 10) ++zeros;
-  return zeros;
-}
 // Of the nanometres that read as these units the roundest: what came as 1.8 mm is written as 1.8, not as
-// 1.799999.
+// 1.799999. Of the nearest and its two neighbours one at most ends in 0.
 constexpr Nanometres ToNanometres(std::int64_t units) {
   const Nanometres nearest = (units * 127 + (units < 0 ? -25 : 25)) / 50;
-  Nanometres roundest = nearest;
-  for (const Nanometres candidate : {nearest - 1, nearest + 1}) {
-    if (ToUnits(candidate) == units && TrailingZeros(candidate) > TrailingZeros(roundest))
-      roundest = candidate;
-  }
-  return nearest == 0 ? 0 : roundest;
+  const Nanometres digit = nearest % 10;
+  const int step = digit == 9 || digit == -1 ? 1 : digit == 1 || digit == -9 ? -1 : 0;
+  return step != 0 && ToUnits(nearest + step) == units ? nearest + step : nearest;
 }
 constexpr TCoord kMaxUnits = ToUnits(kMaxNanometres);
 static_assert(ToUnits(25400) == 10000 && ToNanometres(10000) == 25400);

@@ -87,6 +87,7 @@ const CopperShape& ClearanceChecker::ShapeOn(const Primitive& object, TV7_Layer 
 }
 
 double ClearanceChecker::GapOn(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit) {
+  if (const auto gap = QuickGap(a, b, layer, limit)) return *gap;
   CopperShape scratch_a, scratch_b;
   const CopperShape& shape_a = ShapeOn(a, layer, scratch_a);
   return Gap(shape_a, ShapeOn(b, layer, scratch_b), limit);
@@ -126,8 +127,9 @@ std::optional<Violation> ClearanceChecker::CheckPair(Primitive& a, Primitive& b,
   return std::nullopt;
 }
 
-void ClearanceChecker::CheckKeepOuts(Primitive& object, std::vector<Violation>& violations) {
-  for (Primitive* other : board_.index.Find(object.Bounds())) {
+void ClearanceChecker::CheckKeepOuts(Primitive& object, const std::vector<Primitive*>& near,
+                                     std::vector<Violation>& violations) {
+  for (Primitive* other : near) {
     const Polygon* const area = As<Polygon>(other);
     if (!area || !area->Has(kFlag_KeepOut) || !Forbids(area->data, object)) continue;
     const auto [shape, is_new] = shapes_.try_emplace(area);
@@ -142,22 +144,20 @@ void ClearanceChecker::CheckKeepOuts(Primitive& object, std::vector<Violation>& 
   }
 }
 
-// Objects of other nets whose box comes as near as any clearance asks.
-template <class Visit>
-void ClearanceChecker::ForEachNeighbour(const Primitive& object, Visit visit) {
-  for (Primitive* other : board_.index.Find(Grown(object.Bounds(), greatest_))) {
-    if (other != &object && IsCopper(*other) && !MayTouch(object, *other)) visit(*other);
+void ClearanceChecker::Check(Primitive& object, std::uint64_t from, std::vector<Violation>& violations) {
+  if (!IsCopper(object)) return;
+  const std::vector<Primitive*> near = board_.index.Find(Grown(object.Bounds(), greatest_));
+  for (Primitive* other : near) {
+    if (other == &object || other->order < from || !IsCopper(*other) || MayTouch(object, *other)) continue;
+    if (auto found = CheckPair(object, *other, Clearance(object, *other)))
+      violations.push_back(std::move(*found));
   }
+  CheckKeepOuts(object, near, violations);
 }
 
 std::vector<Violation> ClearanceChecker::CheckObject(Primitive& object) {
   std::vector<Violation> violations;
-  if (!IsCopper(object)) return violations;
-  ForEachNeighbour(object, [&](Primitive& other) {
-    if (auto found = CheckPair(object, other, Clearance(object, other)))
-      violations.push_back(std::move(*found));
-  });
-  CheckKeepOuts(object, violations);
+  Check(object, 0, violations);
   return violations;
 }
 
@@ -166,13 +166,7 @@ std::vector<Violation> ClearanceChecker::CheckBoard(const std::function<void(std
   std::size_t done = 0;
   board_.objects.ForEach(kCopperKinds, [&](Primitive& object) {
     if (progress) progress(done++);
-    if (!IsCopper(object)) return;
-    ForEachNeighbour(object, [&](Primitive& other) {
-      if (other.order < object.order) return;
-      if (auto found = CheckPair(object, other, Clearance(object, other)))
-        violations.push_back(std::move(*found));
-    });
-    CheckKeepOuts(object, violations);
+    Check(object, object.order, violations);
   });
   return violations;
 }

@@ -59,9 +59,11 @@ class ClearanceChecker {
   const CopperShape& ShapeOn(const Primitive& object, TV7_Layer layer, CopperShape& scratch);
   double GapOn(const Primitive& a, const Primitive& b, TV7_Layer layer, double limit);
   double GapToHole(const Primitive& drilled, const Primitive& other, TV7_Layer layer);
-  void CheckKeepOuts(Primitive& object, std::vector<Violation>& violations);
-  template <class Visit>
-  void ForEachNeighbour(const Primitive& object, Visit visit);
+  // Against objects of other nets whose box comes as near as any clearance asks, and whose order is not below
+  // `from`, and against the keep-outs.
+  void Check(Primitive& object, std::uint64_t from, std::vector<Violation>& violations);
+  void CheckKeepOuts(Primitive& object, const std::vector<Primitive*>& near,
+                     std::vector<Violation>& violations);
 
   Board& board_;
   const TCoord clearance_, hole_clearance_;  // as the board asked when this was made
