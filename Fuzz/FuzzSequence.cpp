@@ -98,13 +98,13 @@ class AllDrawn {
   std::vector<Editor::Primitive*> hidden_;
 };
 
-// The three points by which the format tells an arc say badly where the centre is of one that is nearly a
-// circle: its ends are near to each other.
-bool HasNearCircle(const Board& board) {
+// The three whole points by which the format tells an arc say badly where the centre is of one that is nearly
+// a line, or nearly a circle.
+bool HasWeakArc(const Board& board) {
   bool has = false;
   board.objects.ForEach({eArcObject}, [&](const Editor::Primitive& object) {
-    const double open = 360 - Editor::As<Editor::Arc>(&object)->Sweep();
-    has = has || (open > 0 && open < 10);
+    const double sweep = Editor::As<Editor::Arc>(&object)->Sweep();
+    has = has || sweep < 60 || (sweep > 350 && sweep < 360);
   });
   return has;
 }
@@ -115,7 +115,7 @@ void CheckSaving(Board& board) {
   if (!saved) return;
   const Ref<Board> again = Load(*saved);
   CheckNothing(Tests::BrokenInvariant(*again), "a loaded board");
-  if (!HasNearCircle(board)) {
+  if (!HasWeakArc(board)) {
     const AllDrawn drawn(board);
     CheckNothing(Tests::Differences(Tests::DescribeBoard(board, true), Tests::DescribeBoard(*again, true), 4),
                  "save and load give the same board");
