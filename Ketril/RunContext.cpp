@@ -1,6 +1,7 @@
 #include "Ketril/RunContext.h"
 
 #include <iostream>
+#include <vector>
 
 #include "Editor/Client/Parameters.h"
 #include "Editor/Files/BoardFile.h"
@@ -18,6 +19,9 @@ Ref<Board> Open(const std::string& path) {
     Editor::FileWarnings warnings;
     Ref<Board> board = Editor::ReadBoard(path, &warnings);
     for (const std::string& warning : warnings) std::cerr << "ketril: warning: " << warning << "\n";
+    // Left to the end of the process: to take a board of a million objects apart would only delay it.
+    static std::vector<Ref<Board>>& kept = *new std::vector<Ref<Board>>();
+    kept.push_back(board);
     return board;
   } catch (const Editor::FileError& error) {
     throw Failure(kExit_Unreadable, error.what());

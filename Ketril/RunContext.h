@@ -10,7 +10,7 @@
 
 namespace Ketril::Command {
 
-// Warnings about the file go to standard error.
+// Warnings about the file go to standard error. The board lives as long as the process.
 Ref<Editor::Board> Open(const std::string& path);
 Editor::Selection ParseSelection(const std::string& text, Editor::LengthUnit unit);
 void WriteOut(const std::string& path, const std::string& text);

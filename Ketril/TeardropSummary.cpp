@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 
+#include "Editor/AllCores.h"
 #include "Editor/Copper/Distance.h"
 #include "Editor/Files/LayerNames.h"
 #include "Editor/Files/Units.h"
@@ -81,7 +83,8 @@ std::string WithdrawnText(const ordered_json& entry) {
 }  // namespace
 
 ordered_json TeardropSummary(Editor::Board& board) {
-  std::int64_t pads = 0, vias = 0, tracks = 0, junctions = 0, without = 0;
+  std::int64_t pads = 0, vias = 0, tracks = 0, junctions = 0;
+  std::atomic<std::int64_t> without = 0;
   for (const Editor::Change& change : board.journal.Changes()) {
     if (change.kind != Editor::ChangeKind::Added || !IsTeardrop(*change.object)) continue;
     if (change.object->Has(Editor::kFlag_Misc1)) {
@@ -97,11 +100,19 @@ ordered_json TeardropSummary(Editor::Board& board) {
     if (IsTeardrop(*object)) withdrawn.push_back(Withdrawn(board, *object));
   }
   if (pads + vias + tracks + junctions == 0 && withdrawn.empty()) return nullptr;
-  board.objects.ForEach({ePadObject, eViaObject}, [&](const Editor::Primitive& place) {
-    if (LacksOne(board, place)) ++without;
+  std::vector<const Editor::Primitive*> places;
+  board.objects.ForEach({ePadObject, eViaObject},
+                        [&](const Editor::Primitive& place) { places.push_back(&place); });
+  board.index.Update();  // so that the searches change nothing
+  Editor::ForEachOnAllCores(places.size(), [&](std::size_t i) {
+    if (LacksOne(board, *places[i])) ++without;
   });
-  return {{"pads", pads},           {"vias", vias},       {"tracks", tracks},
-          {"junctions", junctions}, {"without", without}, {"withdrawn", std::move(withdrawn)}};
+  return {{"pads", pads},
+          {"vias", vias},
+          {"tracks", tracks},
+          {"junctions", junctions},
+          {"without", without.load()},
+          {"withdrawn", std::move(withdrawn)}};
 }
 
 std::string TeardropSummaryText(const ordered_json& summary) {

@@ -83,15 +83,26 @@ std::string BoardComposer::LockedList(const Primitive& object) const {
   return !words_.version.QuotesAll() && has_status ? " (status 40000)" : "";
 }
 
-std::string BoardComposer::PointList(const std::vector<TCoordPoint>& points) const {
+std::string BoardComposer::PointList(const std::vector<TCoordPoint>& points) {
   std::string text = "(pts";
   text.reserve(32 * points.size() + 8);
+  std::vector<std::size_t> begins;
+  begins.reserve(points.size() + 1);
+  std::size_t known = 0;  // points of the first list that were met
   for (const TCoordPoint point : points) {
-    text += " (xy ";
-    words_.AppendPlace(text, point, placement_);
-    text += ')';
+    begins.push_back(text.size());
+    if (known < first_list_.points.size() && point == first_list_.points[known]) {
+      const std::size_t begin = first_list_.begins[known], end = first_list_.begins[++known];
+      text.append(first_list_.text, begin, end - begin);
+    } else {
+      text += " (xy ";
+      words_.AppendPlace(text, point, placement_);
+      text += ')';
+    }
   }
+  begins.push_back(text.size());
   text += ')';
+  if (first_list_.points.empty()) first_list_ = {points, text, std::move(begins)};
   return text;
 }
 

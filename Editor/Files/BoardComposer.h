@@ -53,9 +53,9 @@ class BoardComposer {
   std::string NetOf(const Primitive& object) {
     return " (net " + std::to_string(words_.NetNumber(object.GetNet())) + ")";
   }
-  std::string LockedWord(const Primitive& object) const;                // " locked" behind the keyword
-  std::string LockedList(const Primitive& object) const;                // " (locked yes)"
-  std::string PointList(const std::vector<TCoordPoint>& points) const;  // `(pts ...)`
+  std::string LockedWord(const Primitive& object) const;          // " locked" behind the keyword
+  std::string LockedList(const Primitive& object) const;          // " (locked yes)"
+  std::string PointList(const std::vector<TCoordPoint>& points);  // `(pts ...)`
 
   std::string Line(Primitive& object, TCoordPoint p1, TCoordPoint p2, TCoord width);
   std::vector<std::string> ArcLines(Arc& arc);
@@ -69,7 +69,7 @@ class BoardComposer {
   std::string PolygonZone(Polygon& polygon);
   std::string PlacementText(const PlacementArea& area) const;
   // As the copper of a zone, on the region's layer.
-  std::vector<std::string> Fills(const Region& region, const std::vector<Ring>& rings) const;
+  std::vector<std::string> Fills(const Region& region, const std::vector<Ring>& rings);
   std::string Footprint(Component& component);
   std::string FreePad(Pad& pad);
   std::string PadText(Pad& pad, bool is_free);
@@ -77,6 +77,12 @@ class BoardComposer {
 
   FileWords& words_;
   Placement placement_;
+  // The first list of points: the copper of a zone is mostly its outline over again.
+  struct {
+    std::vector<TCoordPoint> points;
+    std::string text;
+    std::vector<std::size_t> begins;  // of the points in the text, and the end of the last
+  } first_list_;
 };
 
 }  // namespace Ketril::Editor

@@ -94,7 +94,7 @@ std::vector<std::string> BoardComposer::RegionText(Region& region) {
   return lines;
 }
 
-std::vector<std::string> BoardComposer::Fills(const Region& region, const std::vector<Ring>& rings) const {
+std::vector<std::string> BoardComposer::Fills(const Region& region, const std::vector<Ring>& rings) {
   std::vector<std::string> parts;
   for (const Points& points : Simple(rings)) {
     parts.push_back("(filled_polygon" + (words_.version.QuotesAll() ? Layer(region) : "") + " " +

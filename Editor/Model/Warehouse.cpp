@@ -90,6 +90,11 @@ Primitive* Warehouse::Walk::Next() {
     Head& head = heads_.back();
     const std::vector<Ref<Primitive>>& objects = warehouse_->shelves_[head.kind].objects;
     Primitive* const object = head.slot < objects.size() ? objects[head.slot].Get() : nullptr;
+    // The objects lie anywhere in memory: a walk that only counts would do nothing but wait for them.
+    constexpr std::size_t kAhead = 8;
+    if (head.slot + kAhead < objects.size()) {
+      if (const Primitive* later = objects[head.slot + kAhead].Get()) __builtin_prefetch(&later->order);
+    }
     if (Seek(head, head.order + 1)) {
       for (std::size_t i = heads_.size() - 1; i > 0 && heads_[i].order > heads_[i - 1].order; --i) {
         std::swap(heads_[i], heads_[i - 1]);
