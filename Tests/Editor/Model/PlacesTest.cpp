@@ -6,6 +6,7 @@
 
 #include "Editor/Model/ObjectFactory.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril {
 void PrintTo(const TCoordRect& r, std::ostream* out) {
@@ -75,36 +76,6 @@ TEST(Bounds, OfAPadWithEverythingOnIt) {
   EXPECT_FALSE(pad->IsHoleSizeValid());
 }
 
-// Everything that an edit can change of an object, as one text.
-std::string Image(const Primitive& object) {
-  std::ostringstream out;
-  out.precision(17);
-  const auto point = [&](TCoordPoint p) { out << p.x << "," << p.y << " "; };
-  out << KindName(object.kind) << " " << object.state.layer.ID << " ";
-  point(object.Reference());
-  const TCoordRect box = object.Bounds();
-  point(box.Location1());
-  point(box.Location2());
-  if (const auto* arc = As<Arc>(&object)) out << arc->data.angle1 << " " << arc->data.angle2;
-  if (const auto* text = As<Text>(&object)) out << text->data.rotation << " " << text->data.mirrored;
-  if (const auto* fill = As<Fill>(&object)) out << fill->data.rotation;
-  if (const auto* via = As<Via>(&object)) out << via->data.low.ID << " " << via->data.high.ID;
-  if (const auto* component = As<Component>(&object)) out << component->data.rotation;
-  if (const auto* pad = As<Pad>(&object)) {
-    out << pad->data.rotation << " " << pad->data.hole_rotation << " ";
-    for (const PadLayer& entry : pad->data.stack) {
-      out << entry.layer.ID << " " << int{entry.chamfer_corners} << " ";
-      point(entry.offset);
-      point(entry.trapezoid);
-    }
-    for (const TV7_Layer layer : pad->data.layers) out << layer.ID << " ";
-  }
-  if (const auto* members = object.MemberList()) {
-    for (const auto& member : *members) out << "\n  " << Image(*member);
-  }
-  return out.str();
-}
-
 std::string RandomComponent(std::mt19937& random) {
   const auto number = [&](int low, int high) {
     return std::to_string(std::uniform_int_distribution<int>(low * 10, high * 10)(random) / 10.0);
@@ -137,13 +108,12 @@ TEST(Component, FlippedTwiceOrTurnedAllTheWayIsAsBefore) {
     copper.chamfer_corners = random() % 16;
     pad.data.hole_rotation = random() % 90;
     pad.data.layers = {eV6_TopLayer, eV6_TopPaste, eV6_TopSolder};
-    const std::string before = Image(u1);
+    const auto before = DescribeBoard(*board);
     ASSERT_EQ(u1.FlipComponent(), Status::Ok);
-    const std::string flipped = Image(u1);
     EXPECT_EQ(u1.state.layer, TV7_Layer(eV6_BottomLayer));
     EXPECT_EQ(Find<Track>(*board)->state.layer, TV7_Layer(static_cast<TV6_Layer>(eV6_Mechanical1 + 7)));
     ASSERT_EQ(u1.FlipComponent(), Status::Ok);
-    ASSERT_EQ(Image(u1), before) << "seed " << seed << "\n" << text << "\nflipped " << flipped;
+    ASSERT_EQ(Differences(before, DescribeBoard(*board)), "") << "seed " << seed << "\n" << text;
 
     for (double* angle : {&u1.data.rotation, &pad.data.rotation}) *angle = std::abs(*angle) / 2;
     std::vector<TCoordRect> boxes;

@@ -23,9 +23,6 @@ TEST_F(AlignTool, WhatBecomesANode) {
        "};"
        "component U3 at 100,700 selected locked { pad 0,0 60x60 }",
        "U1 300,100 U2 300,400 U3 100,700"},
-      {"none selected",
-       "component U1 at 500,100 { pad 0,0 60x60 }; component U2 at 300,400 { pad 0,0 60x60 }",
-       "U1 500,100 U2 300,400"},
       {"one selected",
        "component U1 at 500,100 selected { pad 0,0 60x60 }; component U2 at 300,400 { pad 0,0 60x60 }",
        "U1 500,100 U2 300,400"},
@@ -248,10 +245,6 @@ TEST_F(AlignTool, OutsideTheBoard) {
   } rows[] = {
       {"one goes above", "edge 0,0 1000,0 1000,800 0,800; component U1 at 500,100 selected { pad 0,0 60x60 }",
        "U1 30,850"},
-      {"two go above",
-       "edge 0,0 1000,0 1000,800 0,800; component U1 at 500,100 selected { pad 0,0 60x60 };"
-       "component U2 at 500,200 selected { pad 0,0 60x60 }",
-       "U1 30,850 U2 90,850"},
       {"the rest goes to the right; what is locked or not selected stays",
        "edge 0,0 1000,0 1000,800 0,800; component U1 at 500,100 selected { pad 0,0 60x60 };"
        "component U2 at 500,200 selected { pad 0,0 60x60 }; component U3 at 500,300 selected { pad 0,0 60x60 "
