@@ -75,43 +75,19 @@ TEST_F(Swap, OppositeSides) {
 }
 
 TEST_F(Swap, WhatIsSelectedAndPicked) {
-  using Pick = std::vector<TCoordPoint>;
-  constexpr TCoordPoint kU1{100, 100}, kU2{500, 100}, kU3{900, 100}, kNowhere{3000, 3000};
-  const std::string first = "Select first component", second = "Select second component";
   const struct {
     const char* name;
-    const char* selected;  // 1, 2, 3 and t for the track
-    Pick picks;
-    Lines prompts;
-    const char* after;  // but for the unions
+    const char *selected, *picks;  // 1, 2, 3, t for the track and n for nothing
+    const char* prompts;           // for the first or the second
+    const char* after;             // but for the unions
   } rows[] = {
-      {"two", "13", {}, {}, "U1* 900,100 T 0, U2 500,100 T 90, U3* 100,100 T 0"},
-      {"three, and picks of others",
-       "123",
-       {kU2, kU3},
-       {first, second, first},
-       "U1* 100,100 T 0, U2 900,100 T 0, U3 500,100 T 90"},
-      {"one and a track", "1t", {}, {first}, "U1* 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
-      {"none, and a second pick that is cancelled",
-       "",
-       {kU1},
-       {first, second},
-       "U1* 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
-      {"picks of nothing and of a track",
-       "",
-       {kNowhere, kU1, {1500, 100}, kU3},
-       {first, first, second, second, first},
-       "U1 900,100 T 0, U2 500,100 T 90, U3 100,100 T 0"},
-      {"pair after pair",
-       "",
-       {kU1, kU3, kU1, kU2},
-       {first, second, first, second, first},
-       "U1 900,100 T 0, U2 100,100 T 0, U3 500,100 T 90"},
-      {"the same twice",
-       "",
-       {kU2, kU2},
-       {first, second, first},
-       "U1 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
+      {"two", "13", "", "", "U1* 900,100 T 0, U2 500,100 T 90, U3* 100,100 T 0"},
+      {"three, and picks of others", "123", "23", "121", "U1* 100,100 T 0, U2 900,100 T 0, U3 500,100 T 90"},
+      {"one and a track", "1t", "", "1", "U1* 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
+      {"a second pick that is cancelled", "", "1", "12", "U1* 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
+      {"nothing and a track", "", "n1t3", "11221", "U1 900,100 T 0, U2 500,100 T 90, U3 100,100 T 0"},
+      {"pair after pair", "", "1312", "12121", "U1 900,100 T 0, U2 100,100 T 0, U3 500,100 T 90"},
+      {"the same twice", "", "22", "121", "U1 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -123,13 +99,17 @@ TEST_F(Swap, WhatIsSelectedAndPicked) {
       if (which != 't') object = &Part(static_cast<std::size_t>(which - '1'));
       object->SetFlag(Editor::kFlag_Selected, true);
     }
-    picks = row.picks;
+    for (const char which : std::string(row.picks))
+      picks.push_back({which == 'n' ? 3000 : which == 't' ? 1500 : (which - '1') * 400 + 100, 100});
     Run();
     std::string after;
     for (const std::string& state : States())
       after += (after.empty() ? "" : ", ") + state.substr(0, state.size() - 3);
     EXPECT_EQ(after, row.after);
-    EXPECT_EQ(prompts, row.prompts);
+    Lines asked;
+    for (const char which : std::string(row.prompts))
+      asked.push_back(which == '1' ? "Select first component" : "Select second component");
+    EXPECT_EQ(prompts, asked);
     EXPECT_EQ(warnings, Lines{});
   }
 }

@@ -296,6 +296,7 @@ TEST_F(LegacyTearDrops, SingleObjects) {
       {"the component", Tools_RemoveTearDropsFromComponent, eComponentObject, 0, 13},
       {"no component", Tools_RemoveTearDropsFromComponent, ePadObject, 0, 17},
       {"track, and those that touch it", Tools_RemoveTearDropsFromConnectedTracks, eTrackObject, 0, 5},
+      {"the tracks that touch a via", Tools_RemoveTearDropsFromConnectedTracks, eViaObject, 0, 5},
       {"touch: a via", Tools_RemoveTearDropsFromTouch, eViaObject, 0, 9},
       {"touch: a track", Tools_RemoveTearDropsFromTouch, eTrackObject, 0, 5},
       {"touch: an arc, what is on the track at its end", Tools_RemoveTearDropsFromTouch, eArcObject, 0, 11},
