@@ -57,10 +57,12 @@ void Info(const Options& options);
 void Draw(const Options& options);
 void Check(const Options& options);
 void CurrentTeardropOptions(const Options& options);
-void RunTool(const ToolVerb& verb, const Options& options);
 void Arrange(const Options& options);       // `ketril arrange`
 void Autoposition(const Options& options);  // `ketril autoposition`
 void UnGroup(const Options& options);       // `ketril un-group`
+
+// RunTool.cpp
+void RunTool(const ToolVerb& verb, const Options& options);
 void CorrectToGrid(const GridVerb& verb, const Options& options);
 
 }  // namespace Ketril::Command

@@ -52,11 +52,8 @@ void TellWritten(const std::filesystem::path& file) {
   std::fprintf(stderr, "written: %s\n", file.string().c_str());
 }
 
-Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, FileDisplay show,
-                              std::optional<std::int32_t> shove_passes, PlacementLog& log) {
-  Editor::ClientSetup setup;
-  setup.shove_passes = shove_passes;
-  setup.options_folder = OptionsFolder();
+// Questions and messages. An error tells that a placement came to nothing.
+void AnswerQuestions(Editor::ClientSetup& setup, Answers& answers, PlacementLog& log) {
   setup.confirm = [&answers](const std::u16string& text) -> std::optional<bool> {
     switch (answers.Answer(text, Platform::TDialogKind::Confirmation, Platform::TDialogButtons::YesNo)) {
       case Platform::TDialogAnswer::Yes:
@@ -71,21 +68,11 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, FileDispla
     log.failed |= kind == Platform::TDialogKind::Error;
     answers.Answer(text, kind, Platform::TDialogButtons::Ok);
   };
-  ListenToPlacement(setup, log);
-  setup.teardrop_dialog = [&answers](TTeardropOptionsEx& options) {
-    return answers.EditTeardropOptions(options);
-  };
-  setup.legacy_teardrop_dialog = [&answers](TTearDropOptions& options) {
-    return answers.LegacyTeardropDialog(options);
-  };
-  setup.open_document = std::move(show);
-  setup.current_board = board;
-  if (board) setup.current_view = board->view;
-  setup.installation_folder = InstallationFolder();
-  setup.notify = [](const std::u16string& title, const std::u16string& text, const std::u16string&,
-                    const std::u16string&) {
-    std::fprintf(stderr, "%s %s\n", Platform::ToUtf8(title).c_str(), Platform::ToUtf8(text).c_str());
-  };
+}
+
+// Places and objects that a person would click on.
+void AnswerPicks(Editor::ClientSetup& setup, Answers& answers) {
+  setup.cursor = answers.Cursor();
   setup.choose_location = [&answers](const std::u16string& prompt) { return answers.Pick(prompt); };
   setup.choose_rectangle = [&answers](const std::u16string& first_prompt,
                                       const std::u16string& second_prompt) -> std::optional<TCoordRect> {
@@ -94,9 +81,27 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, FileDispla
     if (!second) return std::nullopt;
     return TCoordRect{first->x, first->y, second->x, second->y};
   };
-  setup.cursor = answers.Cursor();
   setup.choose_object = [&answers](const std::vector<Editor::Primitive*>& objects) {
     return answers.ChooseObject(objects);
+  };
+}
+
+// False, with a word to the user, for a board whose file has none for pads without copper.
+bool CanLoseCopper(const Editor::Board* board) {
+  if (!board || Editor::FileVersion(board->file.version).QuotesAll()) return true;
+  std::fprintf(stderr,
+               "ketril: a board file of version %d cannot say that a pad lacks copper on a layer: save it in "
+               "a newer one first\n",
+               static_cast<int>(board->file.version));
+  return false;
+}
+
+void AnswerDialogs(Editor::ClientSetup& setup, Answers& answers, const Editor::Board* board) {
+  setup.teardrop_dialog = [&answers](TTeardropOptionsEx& options) {
+    return answers.EditTeardropOptions(options);
+  };
+  setup.legacy_teardrop_dialog = [&answers](TTearDropOptions& options) {
+    return answers.LegacyTeardropDialog(options);
   };
   setup.dialogs.alignment = [&answers](Editor::AlignmentAnswer& answer) {
     return answers.AlignmentDialog(answer);
@@ -111,19 +116,30 @@ Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, FileDispla
     return answers.ShieldingDialog(on, settings);
   };
   setup.dialogs.unused_pads = [&answers, board](TUnusedPadsOptions& options) {
-    if (board && !Editor::FileVersion(board->file.version).QuotesAll()) {
-      std::fprintf(
-          stderr,
-          "ketril: a board file of version %d cannot say that a pad lacks copper on a layer: save it in "
-          "a newer one first\n",
-          static_cast<int>(board->file.version));
-      return false;
-    }
-    return answers.UnusedPadsDialog(options);
+    return CanLoseCopper(board) && answers.UnusedPadsDialog(options);
   };
   setup.dialogs.board_report = [&answers](TBoardReportOptionSet& options) {
     return answers.BoardReportDialog(options);
   };
+}
+
+Ref<Editor::Client> NewClient(Answers& answers, Editor::Board* board, FileDisplay show,
+                              std::optional<std::int32_t> shove_passes, PlacementLog& log) {
+  Editor::ClientSetup setup;
+  setup.shove_passes = shove_passes;
+  setup.options_folder = OptionsFolder();
+  setup.installation_folder = InstallationFolder();
+  setup.current_board = board;
+  if (board) setup.current_view = board->view;
+  setup.open_document = std::move(show);
+  setup.notify = [](const std::u16string& title, const std::u16string& text, const std::u16string&,
+                    const std::u16string&) {
+    std::fprintf(stderr, "%s %s\n", Platform::ToUtf8(title).c_str(), Platform::ToUtf8(text).c_str());
+  };
+  AnswerQuestions(setup, answers, log);
+  AnswerPicks(setup, answers);
+  AnswerDialogs(setup, answers, board);
+  ListenToPlacement(setup, log);
   return Editor::MakeHost<Editor::Client>(std::move(setup));
 }
 

@@ -1,15 +1,11 @@
 // The verbs that run a tool, made from one table: a verb for each export that is built.
 #pragma once
 
-#include <optional>
+#include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
-#include "Interfaces/Board.h"
-#include "Interfaces/ParameterList.h"
-#include "Ketril/ToolsLibrary.h"
+#include "Ketril/ToolCalls.h"
 #include "Ketril/ViaDialogs.h"
 
 namespace Ketril::Command {
@@ -18,8 +14,6 @@ namespace Ketril::Command {
 enum class Settings : std::uint8_t { None, Grid, Shove };  // the component grid; that and those of the shove
 // What stands behind the board on the command line.
 enum class Operands { None, File, TwoComponents };
-// Kinds of objects that un-group takes, in the words of a selection: component, zone, dimension, coordinate.
-std::vector<std::string> GroupKinds();
 
 struct ToolVerb {
   const char* verb;
@@ -27,9 +21,7 @@ struct ToolVerb {
   const char* group;  // under which heading of the help
   const char* help;
   bool takes_parameters;
-  // `parameters` is empty where none were given.
-  void (*call)(const ToolsLibrary& library, const char* export_name, IPCB_Board* board,
-               IParameterList* parameters);
+  ToolCall* call;
   bool picks = false;  // asks the user for places
   Settings settings = Settings::None;
   Operands operands = Operands::None;        // a file goes to `call` as the parameter "FileName"
@@ -56,9 +48,5 @@ std::span<const ToolVerb> ToolVerbs();
 std::span<const GridVerb> GridVerbs();
 std::span<const Saying> Sayings();
 const ToolVerb& FindToolVerb(std::string_view verb);  // one that is there
-
-// The number of a place of a text, such as "top-left"; empty for no such word.
-std::optional<TTextAutoposition> TextPositionOf(std::string_view word);
-std::vector<std::string> TextPositionWords();
 
 }  // namespace Ketril::Command

@@ -38,6 +38,17 @@ void AddBoard(CLI::App& verb, Options& options) {
   verb.add_option("BOARD", options.board, "Board file (.kicad_pcb)")->required();
 }
 
+// An option that may be given again: each time adds a value.
+void AddRepeatable(CLI::App& verb, const char* name, std::vector<std::string>& values, const char* type,
+                   const char* help) {
+  verb.add_option(name, values, help)->type_name(type)->expected(1)->take_all()->allow_extra_args(false);
+}
+
+void AddParameters(CLI::App& verb, Options& options) {
+  AddRepeatable(verb, "-D", options.parameters, "NAME=VALUE",
+                "A named parameter of the tool; may be given again");
+}
+
 void AddLook(CLI::App& app, Options& options) {
   CLI::App* list = app.add_subcommand("list", "The tools that are there, or the objects of a board");
   list->add_option("BOARD", options.board, "Board file (.kicad_pcb)");
@@ -126,22 +137,12 @@ void AddToolOptions(CLI::App* verb, Options& options, bool takes_parameters, boo
                    "Where a tool's report goes; without it beside the changed board")
       ->type_name("DIR");
   if (picks) {
-    verb->add_option(
-            "--pick", options.picks,
-            "A place to pick, X,Y as in the board file, or the name of a component, room or zone; may be "
-            "given again")
-        ->type_name("PLACE")
-        ->expected(1)
-        ->take_all()
-        ->allow_extra_args(false);
+    AddRepeatable(
+        *verb, "--pick", options.picks, "PLACE",
+        "A place to pick, X,Y as in the board file, or the name of a component, room or zone; may be "
+        "given again");
   }
-  if (takes_parameters) {
-    verb->add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
-        ->type_name("NAME=VALUE")
-        ->expected(1)
-        ->take_all()
-        ->allow_extra_args(false);
-  }
+  if (takes_parameters) AddParameters(*verb, options);
   AddSettings(verb, options, settings);
   verb->add_flag("-y,--yes", options.yes, "Answer every question with yes");
   verb->add_option("--answers", options.answers, "Answers to questions, a line each: question = yes|no")
@@ -222,7 +223,9 @@ void AddSayings(CLI::App& app, Options& options) {
     AddToolOptions(verb, options, false, name == "center", tools.begin()->second->settings);
     verb->callback([tools, &options] { RunTool(*tools.at(options.word), options); });
   }
+}
 
+void AddArrange(CLI::App& app, Options& options) {
   CLI::App* arrange =
       app.add_subcommand("arrange", "Pack components: into a room, into a box, beside the board");
   arrange->group("Arranging");
@@ -237,23 +240,22 @@ void AddSayings(CLI::App& app, Options& options) {
   where->add_flag("--outside", options.outside, "The selected components above the board and to its right");
   where->require_option(1);
   arrange->callback([&options] { Arrange(options); });
+}
 
+void AddShove(CLI::App& app, Options& options) {
   CLI::App* shove = app.add_subcommand("shove", "Shove what overlaps a component out of its way, and on");
   shove->group("Arranging");
-  shove
-      ->add_option("--at", options.picks,
-                   "The component that stays, or a place on it, X,Y as in the board file; may be given again")
-      ->type_name("PLACE")
-      ->expected(1)
-      ->take_all()
-      ->allow_extra_args(false);
+  AddRepeatable(*shove, "--at", options.picks, "PLACE",
+                "The component that stays, or a place on it, X,Y as in the board file; may be given again");
   shove
       ->add_flag("--all", options.picks_overlaps,
                  "Shove from every component that overlaps another of its side, as long as that helps")
       ->excludes("--at");
   AddToolOptions(shove, options, false, false, Settings::Shove);
   shove->callback([&options] { RunTool(FindToolVerb("shove-components"), options); });
+}
 
+void AddAutoposition(CLI::App& app, Options& options) {
   CLI::App* autoposition =
       app.add_subcommand("autoposition", "Put the texts of the selected components beside them");
   autoposition->group("Arranging");
@@ -279,11 +281,7 @@ void AddGridCorrections(CLI::App& app, Options& options) {
 void AddBoardReportOptions(CLI::App& verb, Options& options) {
   verb.add_option("--select", options.select, "Only what a selection matches counts; as with other verbs")
       ->type_name("SELECTION");
-  verb.add_option("-D", options.parameters, "A named parameter of the tool; may be given again")
-      ->type_name("NAME=VALUE")
-      ->expected(1)
-      ->take_all()
-      ->allow_extra_args(false);
+  AddParameters(verb, options);
   verb.add_flag("--ask", options.ask, "By the stored choice and the dialog");
   verb.add_flag("-y,--yes", options.yes, "Accept the dialog as it is");
   verb.add_option("--answers", options.answers, "Answers to questions, a line each")->type_name("FILE");
@@ -363,6 +361,9 @@ int Main(int argc, char** argv) {
   AddLook(app, options);
   AddTools(app, options);
   AddSayings(app, options);
+  AddArrange(app, options);
+  AddShove(app, options);
+  AddAutoposition(app, options);
   AddGridCorrections(app, options);
   AddReports(app, options);
   AddAbout(app, options);

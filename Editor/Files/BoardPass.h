@@ -16,30 +16,14 @@
 #include "Editor/Files/ArcGeometry.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Files/FileStyle.h"
+#include "Editor/Files/PassWords.h"
 #include "Editor/Files/SExpression.h"
+#include "Editor/Files/SourceTable.h"
 #include "Editor/Files/TextEdits.h"
 
 namespace Ketril::Editor {
 
-// Objects by the place of their expression in the text.
-class SourceTable {
- public:
-  SourceTable() = default;
-  explicit SourceTable(const std::vector<Primitive*>& objects);
-  // Null when the object is gone. What was found is known from then on.
-  Primitive* Find(std::uint32_t begin);
-  // Objects that were not found: those that the text does not have.
-  std::vector<Primitive*> Missing() const;
-
- private:
-  struct Entry {
-    Primitive* object;
-    bool found = false;
-  };
-  std::vector<Entry> entries_;
-};
-
-class BoardPass {
+class BoardPass : PassWords {
  public:
   // Reads `board.file` into the board, which is empty. Raises FileError.
   static void Read(Board& board, FileWarnings& warnings);
@@ -48,62 +32,6 @@ class BoardPass {
   static void Rewrite(Board& board, const TextSink& sink);
 
  private:
-  using Item = SExpressionItem;
-
-  // A place as it stands, and where that is on the board.
-  struct Place {
-    TCoordPoint at;
-    SExpressionWord x, y;
-    bool IsThere() const { return !x.text.empty(); }
-  };
-  struct Measure {
-    TCoord value = 0;
-    SExpressionWord word;
-    bool IsThere() const { return !word.text.empty(); }
-  };
-  // Of a pad's copper on a layer, and of a pad.
-  struct CopperWords {
-    SExpressionWord shape, anchor;
-    Measure x_size, y_size, x_delta, y_delta;
-  };
-  struct PadWords {
-    SExpressionWord type;
-    TCoord hole = 0;
-    std::uint32_t drill_end = 0;
-    bool has_offset = false;
-    CopperWords copper;
-  };
-  struct FootprintWords {
-    Item attributes;
-    std::uint32_t attributes_end = 0;  // behind the last one
-    SExpressionWord no_bom;
-    bool is_tie = false;
-  };
-  struct ZoneWords {
-    std::size_t outlines = 0;
-    SExpressionWord net_name;
-    bool net_changed = false;
-    bool is_stroked = true;  // fills have a pen of the zone's least thickness
-  };
-  // A list of points, `(pts (xy ...) ...)`, with arcs in it as chords.
-  struct Outline {
-    std::vector<TCoordPoint> points;
-    std::vector<Place> places;  // all that make it; kept for rewriting
-    bool is_plain = true;       // each place is a point
-    std::uint32_t begin = 0, end = 0;
-  };
-  // What the words of an object say of a flag of it, at several places as it may be.
-  struct Said {
-    bool yes = false;
-    SExpressionWord no;            // the word that could say it
-    std::string yes_word = "yes";  // in its place
-  };
-  // `(group "name" (uuid "...") (members "..." ...))`
-  struct FileGroup {
-    std::u16string name;
-    std::string_view id;
-    std::vector<std::string_view> members;
-  };
   // The list that the pass is in.
   struct Level {
     std::size_t first_key = 0;  // of those that were seen in it
@@ -191,7 +119,7 @@ class BoardPass {
   template <class Body>
   void WithMembers(Group& group, Body&& walk);
 
-  // What all objects have: layer, net, identifier, locked. False for another word.
+  // BoardPassCommon.cpp: what all objects have. False for another word.
   bool Common(const Item& item, std::uint64_t key, Primitive& primitive);
   void EndCommon(Primitive& primitive);  // what should be said and is not
   void SayFlag(const Item& item, Said& said, Primitive& primitive, std::uint32_t flag);
@@ -227,6 +155,8 @@ class BoardPass {
                      const ArcData& wanted);
   void Circle(Arc& arc);
   Measure Stroke();
+
+  // BoardPassVias.cpp
   void ViaFields(Via& via);
   void PutSpan(Via& via, TV7_Layer from, TV7_Layer to, const SExpressionWord (&words)[2], bool is_blind);
   void EndVia(Via& via);
@@ -239,16 +169,20 @@ class BoardPass {
   void PadFields(Pad& pad);
   bool PadWord(const Item& item, std::uint64_t key, Pad& pad, PadLayer& copper, PadWords& words);
   void Margin(const Item& item, TCoord& margin, TMaskExpansionMode& mode);
-  bool CopperWord(const Item& item, std::uint64_t key, PadLayer& copper, CopperWords& words);
-  void EndCopper(PadLayer& copper, const CopperWords& words);
-  void Chamfers(const Item& item, PadLayer& copper);
   void PadDrill(const Item& item, Pad& pad, PadLayer& copper, PadWords& words);
   void PadLayers(const Item& item, Pad& pad);
   void PadStack(const Item& item, Pad& pad);
   void PadStackLayer(std::vector<PadLayer>& stack);
-  void Primitives(const Item& item, PadLayer& copper);
-  void PadPrimitive(std::uint64_t kind, std::vector<std::vector<TCoordPoint>>& polygons);
   void EndPad(Pad& pad, const PadWords& words);
+
+  // BoardPassCopper.cpp
+  bool CopperWord(const Item& item, std::uint64_t key, PadLayer& copper, CopperWords& words);
+  void EndCopper(PadLayer& copper, const CopperWords& words);
+  void Chamfers(const Item& item, PadLayer& copper);
+  void Primitives(const Item& item, PadLayer& copper);
+  PartWords TakePartWords(std::uint64_t kind);
+  static std::vector<TCoordPoint> PathOfPart(std::uint64_t kind, const PartWords& words);
+  void PadPrimitive(std::uint64_t kind, std::vector<std::vector<TCoordPoint>>& polygons);
 
   // BoardPassFootprints.cpp
   void FootprintItem(const Item& item);
@@ -272,6 +206,9 @@ class BoardPass {
   void Font(Text& text);
   void Justify(const Item& item, Text& text);
   void DimensionFields(Dimension& dimension);
+  bool DimensionMember(const Item& item, std::uint64_t key, Dimension& dimension);
+  void DimensionWord(const Item& item, std::uint64_t key, Dimension& dimension);
+  void DimensionStyle(DimensionData& data);
   void DimensionLine(Track& track);
 
   // BoardPassShapes.cpp

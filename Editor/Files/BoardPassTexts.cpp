@@ -211,57 +211,7 @@ void BoardPass::TextBox(Text& text) {
 void BoardPass::DimensionFields(Dimension& dimension) {
   WithMembers(dimension, [&] {
     Each([&](const Item& item, std::uint64_t key) {
-      switch (key) {
-        case "gr_text"_word:
-          Object(item, &dimension, &BoardPass::TextFields);
-          return;
-        case "feature1"_word:
-        case "feature2"_word:
-        case "crossbar"_word:
-        case "arrow1a"_word:
-        case "arrow1b"_word:
-        case "arrow2a"_word:
-        case "arrow2b"_word:
-          Object(item, &dimension, &BoardPass::DimensionLine);
-          return;
-        default:
-          break;
-      }
-      if (!IsFirst(key)) return;
-      switch (key) {
-        case "type"_word:
-          String(dimension.data.style);
-          break;
-        case "pts"_word:
-          Outlined(dimension.data.points);
-          break;
-        case "width"_word:
-          Length(dimension.data.width);
-          break;
-        case "style"_word: {
-          const Enter level(*this);
-          EachOnce([&](const Item&, std::uint64_t part) {
-            if (part == "thickness"_word) Length(dimension.data.width);
-            if (part == "arrow_length"_word) Length(dimension.data.arrow);
-            if (part == "extension_height"_word) Length(dimension.data.extension);
-            if (part == "extension_offset"_word) Length(dimension.data.offset);
-            if (part == "arrow_direction"_word)
-              dimension.data.inward = in_.Word("a direction").text == "inward";
-          });
-          break;
-        }
-        case "height"_word:
-          Length(dimension.data.height);
-          break;
-        case "leader_length"_word:
-          Length(dimension.data.leader);
-          break;
-        case "orientation"_word:
-          dimension.data.upright = TakeNumber(in_.Word("an orientation")) != 0;
-          break;
-        default:
-          Common(item, key, dimension);
-      }
+      if (!DimensionMember(item, key, dimension) && IsFirst(key)) DimensionWord(item, key, dimension);
     });
   });
   if (edits_) return EndCommon(dimension);
@@ -272,6 +222,64 @@ void BoardPass::DimensionFields(Dimension& dimension) {
       line->data.width = dimension.data.width;
     }
   }
+}
+
+bool BoardPass::DimensionMember(const Item& item, std::uint64_t key, Dimension& dimension) {
+  switch (key) {
+    case "gr_text"_word:
+      Object(item, &dimension, &BoardPass::TextFields);
+      return true;
+    case "feature1"_word:
+    case "feature2"_word:
+    case "crossbar"_word:
+    case "arrow1a"_word:
+    case "arrow1b"_word:
+    case "arrow2a"_word:
+    case "arrow2b"_word:
+      Object(item, &dimension, &BoardPass::DimensionLine);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void BoardPass::DimensionWord(const Item& item, std::uint64_t key, Dimension& dimension) {
+  switch (key) {
+    case "type"_word:
+      String(dimension.data.style);
+      break;
+    case "pts"_word:
+      Outlined(dimension.data.points);
+      break;
+    case "width"_word:
+      Length(dimension.data.width);
+      break;
+    case "style"_word:
+      DimensionStyle(dimension.data);
+      break;
+    case "height"_word:
+      Length(dimension.data.height);
+      break;
+    case "leader_length"_word:
+      Length(dimension.data.leader);
+      break;
+    case "orientation"_word:
+      dimension.data.upright = TakeNumber(in_.Word("an orientation")) != 0;
+      break;
+    default:
+      Common(item, key, dimension);
+  }
+}
+
+void BoardPass::DimensionStyle(DimensionData& data) {
+  const Enter level(*this);
+  EachOnce([&](const Item&, std::uint64_t part) {
+    if (part == "thickness"_word) Length(data.width);
+    if (part == "arrow_length"_word) Length(data.arrow);
+    if (part == "extension_height"_word) Length(data.extension);
+    if (part == "extension_offset"_word) Length(data.offset);
+    if (part == "arrow_direction"_word) data.inward = in_.Word("a direction").text == "inward";
+  });
 }
 
 // `(crossbar (pts (xy ...) (xy ...)))`, of the oldest version.

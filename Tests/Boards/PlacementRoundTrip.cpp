@@ -11,8 +11,8 @@
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Model/Component.h"
 #include "Interfaces/Tools.h"
-#include "Platform/TempFiles.h"
 #include "Platform/Text.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Tests {
 
@@ -78,14 +78,11 @@ class PlacementRoundTrip final : public testing::Test {
         board->setup.display_unit = unit;
         const auto before = Poses(*board);
         ASSERT_FALSE(before.empty());
-        const std::filesystem::path folder = Platform::MakeTempFile("ketril-placement-");
-        std::filesystem::remove(folder);
-        std::filesystem::create_directory(folder);
+        const TempFolder folder;
         const std::u16string file = (folder / name).u16string();
         Tools_ReportPickNPlace(board.Get(), file, format);
         Scatter(before, random);
         for (int reading = 0; reading < 2; ++reading) Tools_PlaceFromFile(board.Get(), file);
-        std::filesystem::remove_all(folder);
         ExpectSame(before, Poses(*board), name);
       }
     }

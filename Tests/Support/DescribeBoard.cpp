@@ -88,6 +88,10 @@ void AddData(Line& line, const Primitive& object) {
          << static_cast<int>(data.horizontal) << static_cast<int>(data.vertical) << data.mirrored
          << static_cast<int>(data.role);
   }
+  if (const auto* fill = As<Fill>(&object)) {
+    const TCoordRect& box = fill->data.box;
+    line << box.Location1() << box.Location2() << fill->data.rotation;
+  }
   if (const auto* region = As<Region>(&object)) {
     line << region->data.filled << region->data.closed << region->data.line_width << region->data.rings;
   }

@@ -15,7 +15,6 @@ namespace Ketril::Tools {
 // takes the same time whatever the length, but for a renumbering now and then.
 class TMicrostripeChain {
  public:
-  bool IsEmpty() const { return FEntries.empty(); }
   bool IsTouchedBy(const TMicrostripe& AMicrostripe) const;
   void Add(TMicrostripe* AMicrostripe);
   std::vector<TMicrostripe*> InOrder() const;

@@ -2,7 +2,6 @@
 // where it crosses itself.
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/PolygonUtils.h"

@@ -1,6 +1,5 @@
 // Polygons through the clipper.
 #include <algorithm>
-#include <memory>
 
 #include "DLLs/Tools/Geometry/GeomUtils.h"
 #include "DLLs/Tools/Geometry/PolygonUtils.h"

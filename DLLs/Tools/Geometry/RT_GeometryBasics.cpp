@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "DLLs/Tools/Geometry/RT_GeometryTolerances.h"
 #include "DLLs/Tools/Geometry/Rounding.h"

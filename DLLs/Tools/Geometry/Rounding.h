@@ -36,4 +36,12 @@ constexpr TCoord WrapToCoord(std::int64_t value) {
   return static_cast<TCoord>(static_cast<std::uint32_t>(value));
 }
 
+constexpr TCoord Sum(TCoord a, TCoord b) {
+  return WrapToCoord(std::int64_t{a} + b);
+}
+
+constexpr TCoord Difference(TCoord a, TCoord b) {
+  return WrapToCoord(std::int64_t{a} - b);
+}
+
 }  // namespace Ketril::Tools

@@ -10,14 +10,6 @@ namespace Ketril::Tools {
 
 namespace {
 
-TCoord Sum(TCoord a, TCoord b) {
-  return WrapToCoord(std::int64_t{a} + b);
-}
-
-TCoord Difference(TCoord a, TCoord b) {
-  return WrapToCoord(std::int64_t{a} - b);
-}
-
 TCoord Distance(TCoord a, TCoord b) {
   return SaturateToCoord(std::int64_t{std::abs(std::int64_t{a} - b)});
 }

@@ -12,10 +12,6 @@ namespace {
 
 constexpr TCoord kMargin = 100000;
 
-TCoord Sum(TCoord a, TCoord b) {
-  return WrapToCoord(std::int64_t{a} + b);
-}
-
 // With the low corner at the place, or, growing down, the left end of the top edge.
 void Place(TNode& node, TCoord x, TCoord y, bool grow_up) {
   node.MoveTo(x, grow_up ? y : WrapToCoord(std::int64_t{node.LowY} + y - node.HighY));

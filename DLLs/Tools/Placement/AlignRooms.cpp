@@ -17,14 +17,6 @@ namespace {
 
 constexpr double kArcStep = 4.0;
 
-TCoord Sum(TCoord a, TCoord b) {
-  return WrapToCoord(std::int64_t{a} + b);
-}
-
-TCoord Difference(TCoord a, TCoord b) {
-  return WrapToCoord(std::int64_t{a} - b);
-}
-
 // Ends every edit that was begun, whatever fails; then raises what failed first.
 void EndAll(const TPrimitiveList& begun) {
   std::exception_ptr first;

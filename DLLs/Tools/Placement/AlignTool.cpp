@@ -8,15 +8,15 @@
 #include "DLLs/Tools/Geometry/Rounding.h"
 #include "DLLs/Tools/Placement/AlignPacking.h"
 #include "DLLs/Tools/Placement/AlignRooms.h"
+#include "DLLs/Tools/Placement/Utilities.h"
 
 namespace Ketril::Tools {
 
 namespace {
 
 constexpr TCoord kDistanceFromBoard = 100000;
-constexpr TLayerPartitionSet kComponentLayers{eV7_TopLayer, eV7_BottomLayer};
 constexpr TLayerPartitionSet kRoomLayers{eV7_TopLayer, eV7_BottomLayer, eV7_MultiLayer};
-static_assert(kComponentLayers.Bits() == 10 && kRoomLayers.Bits() == 32778);
+static_assert(kRoomLayers.Bits() == 32778);
 
 // Calls `take` with each moveable object of a kind.
 template <class Take>

@@ -17,8 +17,6 @@ namespace Ketril::Tools {
 
 namespace {
 
-constexpr TLayerPartitionSet kComponentLayers{eV7_TopLayer, eV7_BottomLayer};
-
 std::uintptr_t KeyOf(const TPrimitive* object) {
   return On(object->IPrimitive()).Read(&IPCB_Primitive::GetState_ObjectAddress);
 }

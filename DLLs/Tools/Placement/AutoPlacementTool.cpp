@@ -14,7 +14,6 @@ namespace Ketril::Tools {
 
 namespace {
 
-constexpr TLayerPartitionSet kComponentLayers{eV7_TopLayer, eV7_BottomLayer};
 constexpr double kLowestComponentGrid = 100, kHighestComponentGrid = 100000000;
 constexpr double kLowestRoomGrid = 10000, kHighestRoomGrid = 10000000;
 

@@ -65,9 +65,9 @@ class TComponentNames {
 };
 
 // One run over a file.
-class TPlacement {
+class TFilePlacementRun {
  public:
-  TPlacement(TBoard* board, const std::u16string& file_name)
+  TFilePlacementRun(TBoard* board, const std::u16string& file_name)
       : board_(board), lines_(file_name), progress_(board, u"Placing components", false) {
     progress_.SetMaximum(board->GetPrimitiveCount({eComponentObject}, kHitLayers, eProcessComponent));
   }
@@ -89,14 +89,14 @@ class TPlacement {
 };
 
 // The component of the name; null when it is not to be placed.
-TComp* TPlacement::FindMoveable(const std::u16string& designator) {
+TComp* TFilePlacementRun::FindMoveable(const std::u16string& designator) {
   TComp* const component = names_.Find(designator);
   if (component && component->Moveable()) return component;
   Record(lines_, designator, component ? ePlacement_Locked : ePlacement_Unknown);
   return nullptr;
 }
 
-std::optional<TCoordPoint> TPlacement::TargetOf(const TPickPlaceLine& values) {
+std::optional<TCoordPoint> TFilePlacementRun::TargetOf(const TPickPlaceLine& values) {
   const TUnit unit = board_->GetState_DisplayUnit();
   const auto x = ReadPickPlaceCoord(values.X, unit), y = ReadPickPlaceCoord(values.Y, unit);
   if (!x || !y) return std::nullopt;
@@ -115,7 +115,8 @@ std::optional<TV7_Layer> LayerOf(const std::u16string& side, bool is_headed) {
   return std::nullopt;
 }
 
-void TPlacement::Place(TComp* component, TCoordPoint target, const TPickPlaceLine& values, bool is_headed) {
+void TFilePlacementRun::Place(TComp* component, TCoordPoint target, const TPickPlaceLine& values,
+                              bool is_headed) {
   const TCoordPoint center = MiddleOfPads(component);
   MoveInBracket(component, [&] {
     const auto moved = [](TCoord from, TCoord to, TCoord at) {
@@ -140,7 +141,7 @@ void TPlacement::Place(TComp* component, TCoordPoint target, const TPickPlaceLin
 // --- headed files ---
 
 // Empty when the header cannot be used, which the user is told.
-std::optional<TPickPlaceColumns> TPlacement::ReadHeader() {
+std::optional<TPickPlaceColumns> TFilePlacementRun::ReadHeader() {
   std::u16string line, units;
   while (units.empty() && lines_.Next(line)) units = UnitsOfHeaderLine(line);
   std::u16string error;
@@ -159,8 +160,8 @@ std::optional<TPickPlaceColumns> TPlacement::ReadHeader() {
   return std::nullopt;
 }
 
-void TPlacement::Skip(const std::u16string& designator, const std::u16string& why,
-                      TPlacementOutcome outcome) {
+void TFilePlacementRun::Skip(const std::u16string& designator, const std::u16string& why,
+                             TPlacementOutcome outcome) {
   if (const Ref<IOrvexWorkSpace> workspace = Workspace()) {
     On(workspace).Call(&IOrvexWorkSpace::AddMessage, u"[Warning]", u"Skipped component " + designator + why,
                        u"Place From File", kWarningImage);
@@ -169,7 +170,7 @@ void TPlacement::Skip(const std::u16string& designator, const std::u16string& wh
 }
 
 // False when the line was skipped with a message.
-bool TPlacement::RunHeadedLine(const TPickPlaceColumns& columns, const std::u16string& line) {
+bool TFilePlacementRun::RunHeadedLine(const TPickPlaceColumns& columns, const std::u16string& line) {
   const auto skip = [&](const TPickPlaceLine& values, const char16_t* why, TPlacementOutcome outcome) {
     Skip(values.Designator, why, outcome);
     return false;
@@ -191,7 +192,7 @@ bool TPlacement::RunHeadedLine(const TPickPlaceColumns& columns, const std::u16s
   return true;
 }
 
-void TPlacement::RunHeaded() {
+void TFilePlacementRun::RunHeaded() {
   const auto columns = ReadHeader();
   if (!columns) return;
   bool skipped = false;
@@ -206,7 +207,7 @@ void TPlacement::RunHeaded() {
 
 // --- files in fixed columns ---
 
-void TPlacement::RunFixed(bool is_csv) {
+void TFilePlacementRun::RunFixed(bool is_csv) {
   std::u16string line;
   lines_.Next(line);
   while (lines_.Next(line)) {
@@ -245,7 +246,7 @@ void PlaceFromFile(TBoard* ABoard, const std::u16string& AFileName) {
   const TPickPlaceLayout layout = LayoutOf(AFileName);
   if (layout == TPickPlaceLayout::Unknown) return ShowErrorDialog(u"Unknown pick and place file format");
   try {
-    TPlacement placement(ABoard, AFileName);
+    TFilePlacementRun placement(ABoard, AFileName);
     if (layout == TPickPlaceLayout::Headed) {
       placement.RunHeaded();
     } else {

@@ -15,6 +15,10 @@ bool ChooseLocation(const std::u16string& prompt, TCoord& x, TCoord& y);
 bool ChooseRectangleByCorners(const std::u16string& first_prompt, const std::u16string& second_prompt,
                               TCoordRect& rectangle);
 
+// The layers that components stand on.
+constexpr TLayerPartitionSet kComponentLayers{eV7_TopLayer, eV7_BottomLayer};
+static_assert(kComponentLayers.Bits() == 10);
+
 // What a pick is meant for: all layers that objects stand on.
 constexpr TLayerPartitionSet kHitLayers(131070);
 // The object at a place, where a component stands for its members; empty when there is none. Raises

@@ -18,7 +18,6 @@ namespace Ketril::Tools {
 
 // How many openings of a size the two sides have.
 struct SizeCountRecord {
-  std::int32_t Size = 0;
   std::int32_t TopCount = 0;
   std::int32_t BottomCount = 0;
 };

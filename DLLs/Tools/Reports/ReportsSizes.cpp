@@ -6,14 +6,6 @@
 
 namespace Ketril::Tools {
 
-namespace {
-
-TCoord Difference(TCoord a, TCoord b) {
-  return WrapToCoord(std::int64_t{a} - b);
-}
-
-}  // namespace
-
 void TBoardReporter::ReportSizeList(const std::u16string& header, bool use_units) {
   if (FSizes.empty()) return;
   const TStringList columns{{header, ctNone}, {u"Count", ctNumber}};
@@ -81,15 +73,10 @@ void TBoardReporter::ReportSizeListFrom(TObjectId kind, const char16_t* header, 
 template <class T>
 void TBoardReporter::ReportSolderSizesFrom(TObjectId kind, const std::u16string& header) {
   FSolderSizes.clear();
-  const auto record = [&](std::int32_t size) -> SizeCountRecord& {
-    SizeCountRecord& found = FSolderSizes[size];
-    found.Size = size;
-    return found;
-  };
   ForEach<T>(kind, [&](const T& object) {
     if (!Counts(object)) return;
-    ++record(object.GetState_Calculated_SolderMaskExpansion(eV6_TopSolder)).TopCount;
-    ++record(object.GetState_Calculated_SolderMaskExpansion(eV6_BottomSolder)).BottomCount;
+    ++FSolderSizes[object.GetState_Calculated_SolderMaskExpansion(eV6_TopSolder)].TopCount;
+    ++FSolderSizes[object.GetState_Calculated_SolderMaskExpansion(eV6_BottomSolder)].BottomCount;
   });
   ReportSolderSizeList(header);
 }

@@ -4,6 +4,7 @@
 #include "DLLs/Tools/Frame/NumberText.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/RT_ParameterList.h"
+#include "DLLs/Tools/Teardrops/StoredOption.h"
 
 namespace Ketril::Tools {
 
@@ -54,12 +55,7 @@ void LoadLegacyTeardropOptions(TTearDropOptions& options) {
   options = TTearDropOptions();
   options.Report = false;
   std::u16string text;
-  const auto find = [&](const char16_t* key) {
-    bool found = false;
-    text.clear();
-    On(client).Call(&IClient::ReadOption, kSection, key, text, found);
-    return found && !Platform::Trim(text).empty();
-  };
+  const auto find = [&](const char16_t* key) { return FindStoredOption(client, kSection, key, text); };
   ForEachSwitch(options, [&](const char16_t* key, bool& value) {
     if (find(key)) Rt_Param::ReadBoolean(text, value);
   });

@@ -4,6 +4,7 @@
 #include "DLLs/Tools/Frame/NumberText.h"
 #include "DLLs/Tools/Frame/PCBServer.h"
 #include "DLLs/Tools/Frame/RT_ParameterList.h"
+#include "DLLs/Tools/Teardrops/StoredOption.h"
 
 namespace Ketril::Tools {
 
@@ -33,9 +34,7 @@ void ForEachSize(Options& options, Visit visit) {
 template <class Number>
 void ReadOption(const Ref<IClient>& client, const std::u16string& key, Number& value) {
   std::u16string text;
-  bool found = false;
-  On(client).Call(&IClient::ReadOption, kSection, key, text, found);
-  if (found && !Platform::Trim(text).empty()) ReadNumber(text, value);
+  if (FindStoredOption(client, kSection, key, text)) ReadNumber(text, value);
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ void TTeardropBuilder::Execute() {
     const THourglass hourglass;
     progress.SetMaximum(CountObjects());
     if (Has(TeardropFlag_Add)) {
-      Filter(progress);
+      AddPass(progress);
     } else {
       RemovePass(ObjectsFilter(), &progress);
     }
@@ -94,7 +94,7 @@ std::int32_t TTeardropBuilder::CountObjects() {
   return count;
 }
 
-void TTeardropBuilder::Filter(TProgress& progress) {
+void TTeardropBuilder::AddPass(TProgress& progress) {
   const TObjectSet filter = ObjectsFilter();
   if (filter == TObjectSet()) return;
   if (Has(TeardropFlag_TJunction)) FTJunctionNodes.Clear();

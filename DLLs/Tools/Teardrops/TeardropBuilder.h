@@ -63,7 +63,7 @@ class TTeardropBuilder {
   void ForEachObject(TObjectSet filter, Visit visit);
   std::int32_t CountObjects();
 
-  void Filter(TProgress& progress);
+  void AddPass(TProgress& progress);
   void RemovePass(TObjectSet filter, TProgress* progress);
   void NotifyRuleCheck();
 

@@ -62,7 +62,7 @@ void ForEachHit(const TTeardropPath& path, const LineType& edge, Visit visit) {
   for (int i = 0; i < count; ++i) visit(hits[i]);
 }
 
-std::vector<TCrossing> FindCrossings(const TTeardropPath& path, const TOutline& outline) {
+std::vector<TCrossing> FindEdgeCrossings(const TTeardropPath& path, const TOutline& outline) {
   std::vector<TCrossing> crossings;
   for (const LineType& edge : outline.Edges) {
     ForEachHit(path, edge, [&](GeoPointType hit) {
@@ -258,7 +258,7 @@ std::optional<TContourList> TTeardropContourMaker::ToPolygonContours(const ThinA
                                                                      const TTeardropOptionsEx& Options) {
   const TTeardropPath path = {Line, Arc};
   const TOutline outline(Polygon);
-  const std::vector<TCrossing> crossings = FindCrossings(path, outline);
+  const std::vector<TCrossing> crossings = FindEdgeCrossings(path, outline);
   if (crossings.empty()) return std::nullopt;
   const TPolygonTeardrop teardrop(path, Width, outline, Size, Options);
   TContourList contours;

@@ -16,7 +16,8 @@ void Assert(bool holds) {
   if (!holds) throw EAssertionFailed("DLLs/Tools/Teardrops/TeardropTJunctionNodeList");
 }
 
-bool IsTrackOrArc(const TPrimitive* primitive) {
+// By its wrapper: the host, which IsTrackOrArc asks, has no part in it.
+bool WrapsTrackOrArc(const TPrimitive* primitive) {
   return dynamic_cast<const TTrack*>(primitive) || dynamic_cast<const TArc*>(primitive);
 }
 
@@ -71,7 +72,7 @@ class TPadBoxes {
 TTeardropTJunctionNode::TTeardropTJunctionNode(const TNodePoint& ANodePoint, TPrimitive* AReferencePrimitive,
                                                const LineType& ATrackLine)
     : TTeardropTJunctionNode(ANodePoint) {
-  Assert(AReferencePrimitive && IsTrackOrArc(AReferencePrimitive));
+  Assert(AReferencePrimitive && WrapsTrackOrArc(AReferencePrimitive));
   FReferencePrimitive = AReferencePrimitive;
   FTrackList.push_back({ATrackLine, TrackOrArcWidth(AReferencePrimitive)});
 }
@@ -128,7 +129,7 @@ void TTeardropTJunctionNodeList::AddTouchingPair(TPrimitive* ATrackOrArc1, TPrim
 }
 
 void TTeardropTJunctionNodeList::AddTrackLine(const LineType& ATrackLine, TPrimitive* AReferencePrimitive) {
-  if (!IsTrackOrArc(AReferencePrimitive) || PointsNear(ATrackLine.P1(), ATrackLine.P2())) return;
+  if (!WrapsTrackOrArc(AReferencePrimitive) || PointsNear(ATrackLine.P1(), ATrackLine.P2())) return;
   const TV7_Layer layer = AReferencePrimitive->Layer();
   for (const GeoPointType end : {ATrackLine.P1(), ATrackLine.P2()}) {
     const TNodePoint key = {Round(end.x), Round(end.y), layer};
@@ -141,7 +142,7 @@ void TTeardropTJunctionNodeList::AddTrackLine(const LineType& ATrackLine, TPrimi
 }
 
 void TTeardropTJunctionNodeList::AddTrackOrArc(TPrimitive* ATrackOrArc) {
-  if (!ATrackOrArc || !IsTrackOrArc(ATrackOrArc) || ATrackOrArc->TearDrop()) return;
+  if (!ATrackOrArc || !WrapsTrackOrArc(ATrackOrArc) || ATrackOrArc->TearDrop()) return;
   const TV7_Layer layer = ATrackOrArc->Layer();
   TNodePoint ends[2];
   if (const auto* track = dynamic_cast<TTrack*>(ATrackOrArc)) {

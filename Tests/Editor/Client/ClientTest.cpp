@@ -4,23 +4,16 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "Platform/Modules.h"
-#include "Platform/TempFiles.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Editor {
 namespace {
 
 class Options : public testing::Test {
  protected:
-  Options() : folder(Platform::MakeTempFile("options")) { std::filesystem::remove(folder); }
-  ~Options() override { std::filesystem::remove_all(folder); }
-  std::string Text() const {
-    std::ostringstream text;
-    text << std::ifstream(folder / "KETRIL.INI").rdbuf();
-    return text.str();
-  }
+  std::string Text() const { return Tests::TextOf(folder / "KETRIL.INI"); }
   static std::u16string Read(Client& client, const std::u16string& section, const std::u16string& name) {
     std::u16string value = u"(none)";
     bool found = false;
@@ -29,7 +22,8 @@ class Options : public testing::Test {
     return value;
   }
 
-  const std::filesystem::path folder;
+  const Tests::TempFolder place_;
+  const std::filesystem::path folder = place_ / "made when it is needed";
 };
 
 TEST_F(Options, AreKeptInTheFileBetweenTheLinesOfOthers) {

@@ -11,6 +11,7 @@
 #include "Editor/Files/SExpression.h"
 #include "Tests/Support/BoardFromText.h"
 #include "Tests/Support/DescribeBoard.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Tests {
 namespace {
@@ -227,19 +228,21 @@ constexpr char kChanged[] = R"(  (footprint "L:R" (layer "F.Cu")
   (segment (start 1.10 2.20) (end 3 4) (width 0.25) (layer "F.Cu") (net 1) (tstamp 22222222-0000-4000-8000-000000000002))
   (via (at 5 6) (size 0.8) (drill 0.4) (layers "F.Cu" "B.Cu") (net 1) (tstamp 33333333-0000-4000-8000-000000000003)))";
 
+const std::string kTrackGone =
+    R"(-   (segment (start 1.10 2.20) (end 3 4) (width 0.25) (layer "F.Cu") (net 1) (tstamp 22222222-0000-4000-8000-000000000002))
+)";
+
 TEST(BoardFile, ChangesOnlyTheWordsThatDiffer) {
   struct Case {
     const char* name;
     std::function<void(Board&)> change;
-    const char* difference;
+    std::string difference;
   };
   const auto track = [](Board& b, auto edit) { Find<Track>(b)->Write([&] { edit(*Find<Track>(b)); }); };
   const Case cases[] = {
       {"one coordinate", [&](Board& b) { track(b, [](Track& t) { t.data.p1.y += Mm(1); }); },
-       "-   (segment (start 1.10 2.20) (end 3 4) (width 0.25) (layer \"F.Cu\") (net 1) (tstamp "
-       "22222222-0000-4000-8000-000000000002))\n"
-       "+   (segment (start 1.10 1.2) (end 3 4) (width 0.25) (layer \"F.Cu\") (net 1) (tstamp "
-       "22222222-0000-4000-8000-000000000002))\n"},
+       kTrackGone + "+   (segment (start 1.10 1.2) (end 3 4) (width 0.25) (layer \"F.Cu\") (net 1) (tstamp "
+                    "22222222-0000-4000-8000-000000000002))\n"},
       {"layer, net and lock",
        [&](Board& b) {
          track(b, [&](Track& t) {
@@ -248,13 +251,10 @@ TEST(BoardFile, ChangesOnlyTheWordsThatDiffer) {
            t.Set(kFlag_Locked, true);
          });
        },
-       "-   (segment (start 1.10 2.20) (end 3 4) (width 0.25) (layer \"F.Cu\") (net 1) (tstamp "
-       "22222222-0000-4000-8000-000000000002))\n"
-       "+   (segment locked (start 1.10 2.20) (end 3 4) (width 0.25) (layer \"B.Cu\") (net 0) (tstamp "
-       "22222222-0000-4000-8000-000000000002))\n"},
-      {"a removed object", [](Board& b) { b.Remove(Find<Track>(b)); },
-       "-   (segment (start 1.10 2.20) (end 3 4) (width 0.25) (layer \"F.Cu\") (net 1) (tstamp "
-       "22222222-0000-4000-8000-000000000002))\n"},
+       kTrackGone +
+           "+   (segment locked (start 1.10 2.20) (end 3 4) (width 0.25) (layer \"B.Cu\") (net 0) (tstamp "
+           "22222222-0000-4000-8000-000000000002))\n"},
+      {"a removed object", [](Board& b) { b.Remove(Find<Track>(b)); }, kTrackGone},
       {"a moved footprint",
        [](Board& b) { Find<Component>(b)->WriteWithMembers([&] { Find<Component>(b)->Move(Mm(1), 0); }); },
        "-     (at 10 20)\n+     (at 11 20)\n"},
@@ -304,12 +304,12 @@ TEST(BoardFile, ChangesOnlyTheWordsThatDiffer) {
     board->journal.Begin();
     c.change(*board);
     const std::string after = WriteBoardText(*board);
-    if (*c.difference) {
+    if (!c.difference.empty()) {
       EXPECT_EQ(Difference(text, after), c.difference);
     }
     EXPECT_EQ(Differences(DescribeBoard(*board, true), DescribeBoard(*ReadBoardText(after), true)), "");
     board->journal.Undo();
-    if (c.difference[0] == '-') {
+    if (c.difference.starts_with("-")) {
       EXPECT_EQ(WriteBoardText(*board), text);
     }
   }
@@ -395,18 +395,8 @@ TEST(BoardFile, FailuresNameThePlace) {
 
 class BoardFolder : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string name = testing::TempDir() + "ketrilXXXXXX";
-    folder_ = ::mkdtemp(name.data());
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
   void Put(const char* name, const std::string& text) { std::ofstream(folder_ / name) << text; }
-  std::string Get(const std::filesystem::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-  }
-  std::filesystem::path folder_;
+  const TempFolder folder_;
 };
 
 TEST_F(BoardFolder, CompanionsComeAlong) {
@@ -458,7 +448,7 @@ TEST_F(BoardFolder, AFailedSaveLeavesTheTarget) {
   EXPECT_THROW((void)ReadBoard(folder_), FileError);
   EXPECT_THROW((void)ReadBoard(folder_ / "none"), FileError);
   SaveBoard(*board, folder_ / "b.kicad_pcb");
-  EXPECT_EQ(Get(folder_ / "b.kicad_pcb"), board->file.text);
+  EXPECT_EQ(TextOf(folder_ / "b.kicad_pcb"), board->file.text);
 }
 
 }  // namespace

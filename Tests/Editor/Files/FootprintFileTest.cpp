@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "Editor/Files/SExpression.h"
-#include "Platform/TempFiles.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Tests {
 namespace {
@@ -60,8 +60,7 @@ TEST(FootprintFile, WhatIsWrongIsToldWithItsPlace) {
 }
 
 TEST(FootprintFile, AFolderIsALibrary) {
-  const fs::path folder = Platform::MakeTempFile("ketril-footprints-");
-  fs::remove(folder);
+  const TempFolder folder;
   fs::create_directories(folder / "inner.kicad_mod");
   EXPECT_THROW(ReadFootprints(folder), FileError);
   std::ofstream(folder / "b.kicad_mod") << kOld;
@@ -72,7 +71,6 @@ TEST(FootprintFile, AFolderIsALibrary) {
   EXPECT_EQ(library->components[0]->data.pattern, u"NEW");
   EXPECT_EQ(library->current, 2u);
   EXPECT_EQ(ReadFootprints(folder / "b.kicad_mod")->current, 0u);
-  fs::remove_all(folder);
 }
 
 }  // namespace

@@ -29,42 +29,33 @@ TEST(HitTest, GivesWhatIsAtAPlace) {
                        kNoZone(kAll.Bits() & ~(TObjectSet{ePolyObject, eRuleObject}.Bits()));
   const struct {
     const char* name;
-    TCoordPoint place;  // mil
+    double x, y;  // mil
     TObjectSet kinds;
     TIterationMethod method;
     bool only_selected;
     const char* hit;  // its kind and identifier
   } rows[] = {
-      {"the smaller of two", {505, 505}, kAll, eProcessComponent, false, "Via"},
-      {"a line by its shape", {300, 310}, kNoZone, eProcessComponent, false, "Track"},
-      {"not by its box", {300, 400}, kNoZone, eProcessComponent, false, ""},
-      {"a component between its pads", {1500, 500}, kNoZone, eProcessComponent, false, "Component U1"},
-      {"a member stands for its component", {1400, 500}, kNoZone, eProcessComponent, false, "Component U1"},
-      {"unless it is selected alone", {1600, 500}, kNoZone, eProcessComponent, false, "Pad U1-"},
-      {"a selected component stands for all",
-       {1450, 1000},
-       kNoZone,
-       eProcessComponent,
-       false,
-       "Component U2"},
-      {"its comment stands for it", {1500, 800}, kNoZone, eProcessComponent, false, "Component U1"},
-      {"what is there comes before a comment over it",
-       {3020, 520},
-       kNoZone,
-       eProcessComponent,
-       false,
+      {"the smaller of two", 505, 505, kAll, eProcessComponent, false, "Via"},
+      {"a line by its shape", 300, 310, kNoZone, eProcessComponent, false, "Track"},
+      {"not by its box", 300, 400, kNoZone, eProcessComponent, false, ""},
+      {"a component between its pads", 1500, 500, kNoZone, eProcessComponent, false, "Component U1"},
+      {"a member stands for its component", 1400, 500, kNoZone, eProcessComponent, false, "Component U1"},
+      {"unless it is selected alone", 1600, 500, kNoZone, eProcessComponent, false, "Pad U1-"},
+      {"a selected component stands for all", 1450, 1000, kNoZone, eProcessComponent, false, "Component U2"},
+      {"its comment stands for it", 1500, 800, kNoZone, eProcessComponent, false, "Component U1"},
+      {"what is there comes before a comment over it", 3020, 520, kNoZone, eProcessComponent, false,
        "Component U3"},
-      {"each by itself", {1400, 500}, kNoZone, eProcessAll, false, "Pad U1-"},
-      {"members passed over", {1400, 500}, kNoZone, eProcessFree, false, "Component U1"},
-      {"only what is selected", {1400, 500}, kNoZone, eProcessAll, true, ""},
-      {"a room by its region", {100, 100}, {eRuleObject}, eProcessComponent, false, "Rule Room"},
-      {"not by its box either", {800, 800}, {eRuleObject}, eProcessComponent, false, ""},
-      {"nothing", {5000, 5000}, kAll, eProcessComponent, false, ""},
+      {"each by itself", 1400, 500, kNoZone, eProcessAll, false, "Pad U1-"},
+      {"members passed over", 1400, 500, kNoZone, eProcessFree, false, "Component U1"},
+      {"only what is selected", 1400, 500, kNoZone, eProcessAll, true, ""},
+      {"a room by its region", 100, 100, {eRuleObject}, eProcessComponent, false, "Rule Room"},
+      {"not by its box either", 800, 800, {eRuleObject}, eProcessComponent, false, ""},
+      {"nothing", 5000, 5000, kAll, eProcessComponent, false, ""},
   };
   for (const auto& row : rows) {
     Ref<IPCB_Primitive> hit;
-    ASSERT_EQ(board->view->HitTest({Mil(row.place.x), Mil(row.place.y)}, row.kinds, nullptr, row.method,
-                                   nullptr, row.only_selected, hit),
+    ASSERT_EQ(board->view->HitTest({Mil(row.x), Mil(row.y)}, row.kinds, nullptr, row.method, nullptr,
+                                   row.only_selected, hit),
               Status::Ok);
     const Primitive* object = FromInterface(hit.Get());
     std::string found = object ? KindName(object->kind) : "";

@@ -91,46 +91,36 @@ TEST(BoardIterator, Filters) {
   PutTrack(*board, {0, 0}, {0, 0}, eV6_BottomLayer);
   Put<Via>(*board, ViaData{}, eV6_MultiLayer);
   const TObjectSet lines{eTrackObject, eViaObject};
-  struct Row {
+  const TObjectSet all = TObjectSet::All(), pads{eViaObject, ePadObject};
+  const struct {
     const char* name;
     TObjectSet kinds;
     std::vector<TV7_Layer> layers;
     TIterationMethod method;
-    std::vector<TObjectId> expected;
+    const char* expected;
+  } rows[] = {
+      {"all", all, {}, eProcessAll, "Component Pad Track Track Via "},
+      {"kinds in order of coming", pads, {}, eProcessAll, "Pad Via "},
+      {"a layer is literal", lines, {eV6_TopLayer}, eProcessAll, "Track "},
+      {"multilayer named", lines, {eV6_TopLayer, eV6_MultiLayer}, eProcessAll, "Track Via "},
+      {"free", pads, {}, eProcessFree, "Via "},
+      {"of components", all, {}, eProcessComponent, "Component Pad "},
   };
-  for (const Row& row : {
-           Row{"all",
-               TObjectSet::All(),
-               {},
-               eProcessAll,
-               {eComponentObject, ePadObject, eTrackObject, eTrackObject, eViaObject}},
-           Row{"kinds in order of coming",
-               {eViaObject, ePadObject},
-               {},
-               eProcessAll,
-               {ePadObject, eViaObject}},
-           Row{"a layer is literal", lines, {eV6_TopLayer}, eProcessAll, {eTrackObject}},
-           Row{"multilayer named",
-               lines,
-               {eV6_TopLayer, eV6_MultiLayer},
-               eProcessAll,
-               {eTrackObject, eViaObject}},
-           Row{"free", {ePadObject, eViaObject}, {}, eProcessFree, {eViaObject}},
-           Row{"of components", TObjectSet::All(), {}, eProcessComponent, {eComponentObject, ePadObject}},
-       }) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const Ref<IPCB_BoardIterator> iterator = MakeBoardIterator(*board);
     const Ref<CountingSet> layers = MakeHost<CountingSet>(row.layers);
     iterator->FilterObjects(row.kinds);
     iterator->FilterLayers(layers.Get());
     iterator->FilterMethod(row.method);
-    std::vector<TObjectId> kinds;
-    for (IPCB_Primitive* object : Walked(iterator)) kinds.push_back(FromInterface(object)->kind);
+    std::string kinds;
+    const auto walked = Walked(iterator);
+    for (IPCB_Primitive* object : walked) kinds += KindName(FromInterface(object)->kind) + std::string(" ");
     EXPECT_EQ(kinds, row.expected);
     EXPECT_LE(layers->asked, 3) << "once for each layer";
     std::int32_t count = 0;
     board->GetPrimitiveCount(row.kinds, layers.Get(), row.method, count);
-    EXPECT_EQ(static_cast<std::size_t>(count), row.expected.size());
+    EXPECT_EQ(static_cast<std::size_t>(count), walked.size());
     iterator->FilterLayers(MakeHost<CountingSet>(std::vector<TV7_Layer>{eV6_TopLayer}, true).Get());
     Ref<IPCB_Primitive> object;
     EXPECT_EQ(iterator->First(object), Status::Failure) << "a set that fails";

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -10,9 +9,9 @@
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Vias/UnusedCopper.h"
 #include "Editor/Vias/ViaUnions.h"
-#include "Platform/TempFiles.h"
 #include "Tests/Support/BoardFromText.h"
 #include "Tests/Support/DescribeBoard.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Editor {
 namespace {
@@ -135,12 +134,9 @@ TEST(Stitching, IsFoundAgainAndTakenOffAsOne) {
   const auto before = Tests::DescribeBoard(*board);
   Stitch(*board, [](StitchSettings& settings) { settings.grid_x = Mil(300); });
   Stitch(*board, [](StitchSettings& settings) { settings.offset.x = Mil(50); });
-  const std::filesystem::path folder = Platform::MakeTempFile("ketril-unions-");
-  std::filesystem::remove(folder);
-  std::filesystem::create_directory(folder);
+  const Tests::TempFolder folder;
   SaveBoard(*board, folder / "a.kicad_pcb");
   const Ref<Board> again = ReadBoard(folder / "a.kicad_pcb");
-  std::filesystem::remove_all(folder);
 
   ASSERT_EQ(again->Unions().List().size(), 2u);
   ViaUnion* const second = again->Unions().List().back();

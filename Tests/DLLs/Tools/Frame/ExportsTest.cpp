@@ -17,8 +17,8 @@
 #include "Editor/HostCall.h"
 #include "Editor/Model/Library.h"
 #include "Editor/Vias/ViaOptions.h"
-#include "Platform/TempFiles.h"
 #include "Tests/DLLs/Tools/Placement/PlacementBoard.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril {
 namespace {
@@ -29,7 +29,6 @@ using Tools::Places;
 class Exports : public Tools::PlacementBoard {
  protected:
   void SetUp() override { ASSERT_TRUE(library_) << dlerror(); }
-  ~Exports() override { std::filesystem::remove_all(folder_); }
 
   template <class Function>
   Function* Find(const char* name) const {
@@ -78,12 +77,7 @@ class Exports : public Tools::PlacementBoard {
 
   // Stays loaded, as in an editor.
   void* library_ = dlopen(KETRIL_TOOLS_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-  const std::filesystem::path folder_ = [] {
-    const std::filesystem::path path = Platform::MakeTempFile("ketril-exports-");
-    std::filesystem::remove(path);
-    std::filesystem::create_directories(path);
-    return path;
-  }();
+  const Tests::TempFolder folder_;
   const Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(UserOfAll())};
 };
 
@@ -262,8 +256,8 @@ TEST_F(Exports, AreTheseAndNothingElseAndTakeTheirArgumentsInOrder) {
            f(b, File("pick.csv"), u"CSV"), seen = FirstLine("pick.csv").substr(0, 30)),
     EXPORT(Tools_CreateReportForComponent, kParts, "Component   : DIP8",
            f(b, File("part.txt"), library.Get()), seen = FirstLine("part.txt")),
-    EXPORT(Tools_CreateReportForLibrary, kParts, "PCB Library : ",
-           f(b, File("library.txt"), library.Get()), seen = FirstLine("library.txt")),
+    EXPORT(Tools_CreateReportForLibrary, kParts, "PCB Library : ", f(b, File("library.txt"), library.Get()),
+           seen = FirstLine("library.txt")),
     EXPORT(Tools_DisplayReportFile, "", "IClient.RunProcess", Editor::HostGate::Arm(true),
            f(File("part.txt"), true), Editor::HostGate::Disarm(), seen = Editor::HostGate::Record().back()),
     EXPORT(GetMemoryInfo, "", "0 info", Ref<IServerMemoryInfo> info; seen = std::to_string(f(info));

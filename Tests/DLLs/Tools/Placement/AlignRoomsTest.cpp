@@ -27,6 +27,7 @@ TEST_F(AlignRooms, ToRooms) {
     Room(u"B", u"component and name:C*", {3000, 1000, 4000, 2000});
     prompts.clear();
   };
+  const std::vector<TCoordPoint> kNone;
   const struct {
     const char* name;
     const char16_t* parameters;
@@ -36,11 +37,8 @@ TEST_F(AlignRooms, ToRooms) {
   } rows[] = {
       {"by name", u"RoomName=A", {}, kMoved, 0},
       {"by a name that the user corrects", u"RoomName=X", {}, kMoved, 1},
-      {"by numbers, absent and unknown ones passed over",
-       u"RoomsToUpdateCount=4|Room1=A|Room3=Z|Room4=B",
-       {},
-       kBoth,
-       0},
+      {"by numbers, absent and unknown ones passed over", u"RoomsToUpdateCount=4|Room1=A|Room3=Z|Room4=B",
+       kNone, kBoth, 0},
       {"a count of none", u"RoomsToUpdateCount=0", {}, kStays, 0},
       {"a count that is no whole number", u"RoomsToUpdateCount=1.0|Room1=A", {{1500, 1500}}, kMoved, 2},
       {"a count beyond all", u"RoomsToUpdateCount=99999999999|Room1=A", {{1500, 1500}}, kMoved, 2},

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstdlib>
 #include <limits>
-#include <random>
 
 namespace Ketril::Tools {
 namespace {
@@ -68,19 +65,6 @@ TEST(AutoPlac, SnapsToTheNearerCorrection) {
   for (const auto& row : rows)
     EXPECT_EQ(SnapToGrid(row.position, row.origin, row.grid), row.snapped)
         << row.position << " from " << row.origin;
-}
-
-TEST(AutoPlac, OfWholeGridsEveryResultIsAMultipleWithinAStep) {
-  std::mt19937 random(5);
-  for (int i = 0; i < 20000; ++i) {
-    const TCoord grid = 1 + static_cast<TCoord>(random() % 1000000);
-    const auto place = static_cast<TCoord>(static_cast<std::int64_t>(random() % 4000000000u) - 2000000000);
-    const std::int64_t up = GridCorrectUp(place, grid), down = GridCorrectDown(place, grid);
-    ASSERT_EQ(up % grid, 0) << place << " on " << grid;
-    ASSERT_EQ(down % grid, 0) << place << " on " << grid;
-    ASSERT_TRUE(up >= place && std::abs(down) <= std::abs(std::int64_t{place})) << place << " on " << grid;
-    ASSERT_TRUE(up - down == (down == place ? 0 : grid)) << place << " on " << grid;
-  }
 }
 
 }  // namespace

@@ -44,19 +44,6 @@ constexpr const char* kComponents = R"(
   component U4 at 300,400 selected { pad 0,0 60x60 }
 )";
 
-TEST_F(GridTool, CorrectionsReadTheGridOfTheirAxis) {
-  Load("");
-  board->setup.grid_x = 10;
-  board->setup.grid_y = 100;
-  EXPECT_EQ(Tools_CompGridCorrectUpX(board.Get(), 15), 20);
-  EXPECT_EQ(Tools_CompGridCorrectUpX(board.Get(), -15), 0);
-  EXPECT_EQ(Tools_CompGridCorrectDownX(board.Get(), 15), 10);
-  EXPECT_EQ(Tools_CompGridCorrectDownX(board.Get(), -15), -10);
-  EXPECT_EQ(Tools_CompGridCorrectUpY(board.Get(), 15), 100);
-  EXPECT_EQ(Tools_CompGridCorrectDownY(board.Get(), 15), 0);
-  EXPECT_EQ(ObjectScopeDepth, 0);
-}
-
 TEST_F(GridTool, SelectedComponentsSnap) {
   Load(kComponents);
   WatchProgress();

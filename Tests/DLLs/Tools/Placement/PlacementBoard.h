@@ -84,6 +84,9 @@ class PlacementBoard : public testing::Test {
       questions.push_back(Platform::ToUtf8(text));
       return says_yes;
     };
+    setup.show_message = [this](const std::u16string& text, Platform::TDialogKind kind) {
+      (kind == Platform::TDialogKind::Warning ? warnings : messages).push_back(Platform::ToUtf8(text));
+    };
     setup.dialogs.alignment = [this](Editor::AlignmentAnswer& answer) {
       answer = alignment;
       return dialog_confirmed;
@@ -98,7 +101,7 @@ class PlacementBoard : public testing::Test {
   Ref<Editor::Board> board;
   std::vector<TCoordPoint> picks;  // in mil, in their order; then the user cancels
   Lines prompts;
-  Lines questions;
+  Lines questions, warnings, messages;
   bool says_yes = true;  // to each of them
   Editor::AlignmentAnswer alignment;
   bool dialog_confirmed = true;

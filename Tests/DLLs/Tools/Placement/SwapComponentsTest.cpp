@@ -1,36 +1,21 @@
 // The swap of two components, through the export.
 #include "DLLs/Tools/Placement/SwapComponents.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
-#include <string>
-#include <vector>
 
 #include "DLLs/Tools/Frame/ObjectScope.h"
-#include "DLLs/Tools/Frame/PCBServer.h"
-#include "Editor/Client/Client.h"
 #include "Editor/HostCall.h"
-#include "Editor/Model/Component.h"
-#include "Interfaces/Tools.h"
-#include "Platform/Text.h"
-#include "Tests/Support/BoardFromText.h"
+#include "Tests/DLLs/Tools/Placement/PlacementBoard.h"
 #include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril::Tools {
 namespace {
 
 using Editor::HostGate;
-using Lines = std::vector<std::string>;
-using Tests::Mil;
 
-class Swap : public testing::Test {
+class Swap : public PlacementBoard {
  protected:
-  ~Swap() override {
-    HostGate::Disarm();
-    ReleasePCBServer();
-  }
-  void Load(const std::string& text) { board = Tests::BoardFromText(text); }
+  ~Swap() override { HostGate::Disarm(); }
   void Run() {
     prompts.clear();
     warnings.clear();
@@ -63,29 +48,6 @@ class Swap : public testing::Test {
            " " + std::to_string(static_cast<int>(text->data.rotation)) +
            (text->data.mirrored ? " mirrored " : " ") + std::to_string(text->state.layer.ID);
   }
-
-  Ref<Editor::Board> board;
-  std::vector<TCoordPoint> picks;  // in mil, in their order; then the user cancels
-  Lines prompts, warnings;
-
- private:
-  Editor::ClientSetup User() {
-    Editor::ClientSetup setup;
-    setup.confirm = [](const std::u16string&) { return false; };
-    setup.show_message = [this](const std::u16string& text, Platform::TDialogKind kind) {
-      EXPECT_EQ(kind, Platform::TDialogKind::Warning);
-      warnings.push_back(Platform::ToUtf8(text));
-    };
-    setup.choose_location = [this](const std::u16string& prompt) -> std::optional<TCoordPoint> {
-      prompts.push_back(Platform::ToUtf8(prompt));
-      if (picks.empty()) return std::nullopt;
-      const TCoordPoint pick = picks.front();
-      picks.erase(picks.begin());
-      return TCoordPoint{Mil(pick.x), Mil(pick.y)};
-    };
-    return setup;
-  }
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(User())};
 };
 
 constexpr const char* kTwo = R"(
@@ -113,47 +75,19 @@ TEST_F(Swap, OppositeSides) {
 }
 
 TEST_F(Swap, WhatIsSelectedAndPicked) {
-  using Pick = std::vector<TCoordPoint>;
-  constexpr TCoordPoint kU1{100, 100}, kU2{500, 100}, kU3{900, 100}, kNowhere{3000, 3000};
-  const std::string first = "Select first component", second = "Select second component";
   const struct {
     const char* name;
-    const char* selected;  // 1, 2, 3 and t for the track
-    Pick picks;
-    Lines prompts;
-    Lines after;
+    const char *selected, *picks;  // 1, 2, 3, t for the track and n for nothing
+    const char* prompts;           // for the first or the second
+    const char* after;             // but for the unions
   } rows[] = {
-      {"two", "13", {}, {}, {"U1* 900,100 T 0 u0", "U2 500,100 T 90 u0", "U3* 100,100 T 0 u0"}},
-      {"three, and picks of others",
-       "123",
-       {kU2, kU3},
-       {first, second, first},
-       {"U1* 100,100 T 0 u0", "U2 900,100 T 0 u0", "U3 500,100 T 90 u0"}},
-      {"one and a track",
-       "1t",
-       {},
-       {first},
-       {"U1* 100,100 T 0 u0", "U2 500,100 T 90 u0", "U3 900,100 T 0 u0"}},
-      {"none, and a second pick that is cancelled",
-       "",
-       {kU1},
-       {first, second},
-       {"U1* 100,100 T 0 u0", "U2 500,100 T 90 u0", "U3 900,100 T 0 u0"}},
-      {"picks of nothing and of a track",
-       "",
-       {kNowhere, kU1, {1500, 100}, kU3},
-       {first, first, second, second, first},
-       {"U1 900,100 T 0 u0", "U2 500,100 T 90 u0", "U3 100,100 T 0 u0"}},
-      {"pair after pair",
-       "",
-       {kU1, kU3, kU1, kU2},
-       {first, second, first, second, first},
-       {"U1 900,100 T 0 u0", "U2 100,100 T 0 u0", "U3 500,100 T 90 u0"}},
-      {"the same twice",
-       "",
-       {kU2, kU2},
-       {first, second, first},
-       {"U1 100,100 T 0 u0", "U2 500,100 T 90 u0", "U3 900,100 T 0 u0"}},
+      {"two", "13", "", "", "U1* 900,100 T 0, U2 500,100 T 90, U3* 100,100 T 0"},
+      {"three, and picks of others", "123", "23", "121", "U1* 100,100 T 0, U2 900,100 T 0, U3 500,100 T 90"},
+      {"one and a track", "1t", "", "1", "U1* 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
+      {"a second pick that is cancelled", "", "1", "12", "U1* 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
+      {"nothing and a track", "", "n1t3", "11221", "U1 900,100 T 0, U2 500,100 T 90, U3 100,100 T 0"},
+      {"pair after pair", "", "1312", "12121", "U1 900,100 T 0, U2 100,100 T 0, U3 500,100 T 90"},
+      {"the same twice", "", "22", "121", "U1 100,100 T 0, U2 500,100 T 90, U3 900,100 T 0"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -165,10 +99,17 @@ TEST_F(Swap, WhatIsSelectedAndPicked) {
       if (which != 't') object = &Part(static_cast<std::size_t>(which - '1'));
       object->SetFlag(Editor::kFlag_Selected, true);
     }
-    picks = row.picks;
+    for (const char which : std::string(row.picks))
+      picks.push_back({which == 'n' ? 3000 : which == 't' ? 1500 : (which - '1') * 400 + 100, 100});
     Run();
-    EXPECT_EQ(States(), row.after);
-    EXPECT_EQ(prompts, row.prompts);
+    std::string after;
+    for (const std::string& state : States())
+      after += (after.empty() ? "" : ", ") + state.substr(0, state.size() - 3);
+    EXPECT_EQ(after, row.after);
+    Lines asked;
+    for (const char which : std::string(row.prompts))
+      asked.push_back(which == '1' ? "Select first component" : "Select second component");
+    EXPECT_EQ(prompts, asked);
     EXPECT_EQ(warnings, Lines{});
   }
 }
@@ -176,7 +117,7 @@ TEST_F(Swap, WhatIsSelectedAndPicked) {
 TEST_F(Swap, ALockedComponentEndsTheCommand) {
   const Lines kWarning = {
       "One or more components are locked. The swap components command cannot be executed."};
-  const std::string kBoard =
+  const char* const kBoard =
       "component U1 at 100,100 { pad 0,0 60x60 top }; component U2 at 500,100 locked { pad 0,0 60x60 top };"
       "component U3 at 900,100 { pad 0,0 60x60 top }";
   Load(kBoard);
@@ -283,7 +224,7 @@ TEST_F(Swap, TwiceIsAsBefore) {
       text += "arc 0,0 r20 " + number(0, 90) + ".." + number(91, 359) + " w5 mech3;";
       text += "text " + number(-90, 90) + ",7 \"x\" comment rot " + number(0, 3) + "0 }\n";
     }
-    Load(text);
+    Load(text.c_str());
     for (const std::size_t n : {0, 1}) PutIntoUnion(n, static_cast<std::int32_t>(random() % 3));
     const Lines before = Tests::DescribeBoard(*board);
     Run();

@@ -1,8 +1,6 @@
 #include "DLLs/Tools/Reports/Reports.h"
 
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <optional>
 
@@ -10,10 +8,10 @@
 #include "Editor/Client/Parameters.h"
 #include "Editor/Connectivity/Ratsnest.h"
 #include "Editor/Copper/CopperMeasure.h"
-#include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 #include "Tests/DLLs/Tools/Reports/ReportText.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Tools {
 namespace {
@@ -296,8 +294,7 @@ TEST_F(Reports, ParametersChoose) {
 }
 
 TEST_F(Reports, WithoutParametersTheStoreAndTheDialogChoose) {
-  const std::filesystem::path folder = Platform::MakeTempFile("ketril-reports-");
-  std::filesystem::remove(folder);
+  const Tests::TempFolder folder;
   Editor::ClientSetup setup;
   setup.options_folder = folder;
   setup.test_mode = true;  // plain XML
@@ -314,10 +311,7 @@ TEST_F(Reports, WithoutParametersTheStoreAndTheDialogChoose) {
   client->WriteOption(u"BoardReportOptions", u"SelectedObjects", u"0");
   TBoardReporter reporter = On("track 0,0 100,0 w10 top");
   host->file.path = (folder / "one.kicad_pcb").string();
-  const auto stored = [&] {
-    std::ifstream stream(folder / "KETRIL.INI");
-    return std::string(std::istreambuf_iterator<char>(stream), {});
-  };
+  const auto stored = [&] { return Tests::TextOf(folder / "KETRIL.INI"); };
   const std::string before = stored();
   reporter.Execute();  // cancelled
   EXPECT_EQ(shown, Of({eBoardReportOption_LayerPair}));
@@ -332,7 +326,6 @@ TEST_F(Reports, WithoutParametersTheStoreAndTheDialogChoose) {
   EXPECT_EQ(written.DocumentElement().ChildNodes()[0].Text(), u"Board Information Report");
   EXPECT_EQ(RowsOf(written.DocumentElement(), u"Track Width").size(), 2u);
   EXPECT_EQ(RowsOf(written.DocumentElement(), u"Drill Pairs").size(), 1u);
-  std::filesystem::remove_all(folder);
 }
 
 }  // namespace

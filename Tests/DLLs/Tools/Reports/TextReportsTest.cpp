@@ -1,7 +1,6 @@
 // The net status report and the reports of plain text.
 #include <ctime>
 #include <fstream>
-#include <iterator>
 #include <optional>
 
 #include "DLLs/Tools/Frame/Polling.h"
@@ -14,10 +13,10 @@
 #include "Editor/Model/Library.h"
 #include "Platform/Dates.h"
 #include "Platform/FileLocks.h"
-#include "Platform/TempFiles.h"
 #include "Platform/Text.h"
 #include "Tests/DLLs/Tools/Reports/ReportText.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril::Tools {
 namespace {
@@ -26,15 +25,8 @@ namespace fs = std::filesystem;
 
 class TextReports : public testing::Test {
  protected:
-  TextReports() {
-    fs::remove(folder);
-    fs::create_directories(folder);
-    Install({});
-  }
-  ~TextReports() override {
-    ToolAborted = false;
-    fs::remove_all(folder);
-  }
+  TextReports() { Install({}); }
+  ~TextReports() override { ToolAborted = false; }
   void Install(Editor::ClientSetup setup) {
     setup.open_document = [this](const fs::path& file) { shown.push_back(file.filename().string()); };
     installation.reset();
@@ -44,13 +36,10 @@ class TextReports : public testing::Test {
     host = Tests::BoardFromText(text);
     return TBoard::Create(host);
   }
-  std::string Get(const char* name) const {
-    std::ifstream stream(folder / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
+  std::string Get(const char* name) const { return Tests::TextOf(folder / name); }
   std::u16string Name(const char* name) const { return Platform::ToUtf16((folder / name).string()); }
 
-  const fs::path folder = Platform::MakeTempFile("ketril-text-");
+  const Tests::TempFolder folder;
   std::optional<Editor::ClientInstallation> installation;
   std::vector<std::string> shown;
   const TObjectScope scope;

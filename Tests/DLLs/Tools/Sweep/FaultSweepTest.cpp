@@ -29,6 +29,7 @@
 #include "Platform/TempFiles.h"
 #include "Tests/Support/BoardFromText.h"
 #include "Tests/Support/HostPairs.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril {
 namespace {
@@ -114,7 +115,8 @@ void ByPick(IPCB_Board* board) {
 
 // Reports go to a file that the next one replaces, and come out as XML.
 std::u16string ReportFile() {
-  return (std::filesystem::temp_directory_path() / "ketril-sweep-report.txt").u16string();
+  static const Tests::TempFolder folder;
+  return (folder / "report.txt").u16string();
 }
 
 // A part of each manner: the sweep costs the square of the calls.

@@ -1,22 +1,15 @@
 // Teardrops of the older builder on whole boards, through the exports. Numbers are mil.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <numbers>
 #include <random>
 
-#include "DLLs/Tools/Frame/PCBServer.h"
-#include "Editor/Client/Client.h"
-#include "Editor/Client/Parameters.h"
 #include "Editor/Copper/Distance.h"
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Rules/Clearance.h"
-#include "Interfaces/Tools.h"
 #include "Platform/Messages.h"
-#include "Tests/Support/BoardFromText.h"
+#include "Tests/DLLs/Tools/Teardrops/TearDropsBoard.h"
 #include "Tests/Support/DescribeBoard.h"
 
 namespace Ketril {
@@ -24,10 +17,10 @@ namespace {
 
 using Editor::Board;
 using Editor::Primitive;
-using Tests::BoardFromText;
 using Tests::DescribeBoard;
 using Tests::Find;
 using Tests::Mil;
+using Tests::TextOf;
 
 std::string Text(double mil) {
   char text[32];
@@ -40,13 +33,8 @@ std::string Text(TCoordPoint p) {
 
 constexpr const char16_t *kArcs = u"0", *kTracks = u"1", *kFillets = u"5";
 
-class LegacyTearDrops : public testing::Test {
+class LegacyTearDrops : public TearDropsBoard {
  protected:
-  ~LegacyTearDrops() override {
-    Tools::ReleasePCBServer();
-    std::filesystem::remove_all(folder_);
-  }
-
   using Pairs = std::vector<std::pair<const char16_t*, const char16_t*>>;
   static void Run(Board& board, const Pairs& pairs, decltype(Tools_TearDrops)* tool = Tools_LegacyTearDrops) {
     const Ref<Editor::Parameters> parameters = Editor::MakeHost<Editor::Parameters>();
@@ -81,28 +69,7 @@ class LegacyTearDrops : public testing::Test {
     return text;
   }
 
-  bool accepts_ = false, confirms_ = false;
-  TTearDropOptions shown_;
-  std::string opened_;
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("ketril-legacy-" + std::to_string(getpid()));
-  static std::string TextOf(const std::filesystem::path& file) {
-    std::ifstream in(file);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-  }
-  Editor::ClientSetup ClientOfThis() {
-    Editor::ClientSetup setup;
-    setup.legacy_teardrop_dialog = [this](TTearDropOptions& options) {
-      shown_ = options;
-      options.Style = eTrackTearDrop;
-      options.Selected = true;
-      return accepts_;
-    };
-    setup.confirm = [this](const std::u16string&) { return std::optional(confirms_); };
-    setup.open_document = [this](const std::filesystem::path& file) { opened_ = file.string(); };
-    return setup;
-  }
-  Editor::ClientInstallation installation_{Editor::MakeHost<Editor::Client>(ClientOfThis())};
+  const Tests::TempFolder folder_;
 };
 
 // Pads of 60 and tracks of 10: the circles of a fan are of 25 and 15, the arcs touch those of 25, 15 and 5.
@@ -242,7 +209,6 @@ constexpr const char* kCrowded =
     "net C";
 
 TEST_F(LegacyTearDrops, ClearancesForceAndTheReport) {
-  std::filesystem::create_directories(folder_);
   for (const char16_t* style : {kArcs, kTracks}) {
     for (const bool force : {false, true}) {
       const Ref<Board> board = BoardFromText(kCrowded);
@@ -251,10 +217,7 @@ TEST_F(LegacyTearDrops, ClearancesForceAndTheReport) {
       Run(*board, {{u"Style", style}, {u"Force", force ? u"TRUE" : u"yes"}});
       EXPECT_EQ(Count(*board), force ? 12u : 8u);
       EXPECT_EQ(board->Clearances().CheckBoard().empty(), !force);
-      std::string text = TextOf(opened_);
-      const std::size_t date = text.find("On ");
-      if (date != text.npos) text.erase(date, text.find('\n', date) + 1 - date);
-      EXPECT_EQ(text,
+      EXPECT_EQ(Report(),
                 std::string("Teardrop Report Main.kicad_pcb\n\nPads visited                : 1\n\n"
                             "Vias visited                : 2\n\nPad teardrops failed : 0\n\n") +
                     (force ? "Via teardrops failed : 0\n\n\n"
@@ -333,6 +296,7 @@ TEST_F(LegacyTearDrops, SingleObjects) {
       {"the component", Tools_RemoveTearDropsFromComponent, eComponentObject, 0, 13},
       {"no component", Tools_RemoveTearDropsFromComponent, ePadObject, 0, 17},
       {"track, and those that touch it", Tools_RemoveTearDropsFromConnectedTracks, eTrackObject, 0, 5},
+      {"the tracks that touch a via", Tools_RemoveTearDropsFromConnectedTracks, eViaObject, 0, 5},
       {"touch: a via", Tools_RemoveTearDropsFromTouch, eViaObject, 0, 9},
       {"touch: a track", Tools_RemoveTearDropsFromTouch, eTrackObject, 0, 5},
       {"touch: an arc, what is on the track at its end", Tools_RemoveTearDropsFromTouch, eArcObject, 0, 11},
@@ -361,14 +325,15 @@ TEST_F(LegacyTearDrops, DialogSelectionAndEscape) {
   const Ref<Board> board = BoardFromText(kBoard);
   Tools_LegacyTearDrops(board.Get(), nullptr);
   EXPECT_EQ(Count(*board), 0u) << "cancelled";
-  EXPECT_FALSE(shown_.Report || shown_.Selected || shown_.Style != eArcTearDrop) << "as the store has them";
+  EXPECT_FALSE(legacy_shown_.Report || legacy_shown_.Selected || legacy_shown_.Style != eArcTearDrop)
+      << "as the store has them";
   EXPECT_EQ(board->Selected().size(), 2u);
-  accepts_ = true;
+  accept_ = true;
   Tools_LegacyTearDrops(board.Get(), nullptr);
   EXPECT_EQ(Count(*board), 4u) << "of the selected via alone";
   EXPECT_TRUE(board->Selected().empty());
   Tools_LegacyTearDrops(board.Get(), nullptr);
-  EXPECT_TRUE(shown_.Selected && shown_.Style == eTrackTearDrop) << "stored";
+  EXPECT_TRUE(legacy_shown_.Selected && legacy_shown_.Style == eTrackTearDrop) << "stored";
 
   for (const bool confirms : {false, true}) {
     confirms_ = confirms;
@@ -382,7 +347,6 @@ TEST_F(LegacyTearDrops, DialogSelectionAndEscape) {
 // The marks are beside the board, by identifiers: elsewhere one teardrop is taken away and another object put
 // there, and that mark alone is lost. The oldest version has an arc in pieces.
 TEST_F(LegacyTearDrops, MarksOutliveTheFile) {
-  std::filesystem::create_directories(folder_);
   const std::filesystem::path path = folder_ / "b.kicad_pcb", marks = folder_ / "b.ketril.json";
   for (const char* version : {"20171130", "20211014", "20221018", "20240108", "20241229"}) {
     for (const char16_t* style : {kArcs, kTracks}) {

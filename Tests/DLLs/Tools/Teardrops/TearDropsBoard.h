@@ -10,6 +10,7 @@
 #include "Editor/Client/Parameters.h"
 #include "Interfaces/Tools.h"
 #include "Tests/Support/BoardFromText.h"
+#include "Tests/Support/TempFolder.h"
 
 namespace Ketril {
 
@@ -35,16 +36,30 @@ class TearDropsBoard : public testing::Test {
     return count;
   }
 
+  // What the report says, without the line of its date; empty without one.
+  std::string Report() const {
+    std::string text = Tests::TextOf(opened_);
+    const std::size_t date = text.find("On ");
+    return date == text.npos ? text : text.erase(date, text.find('\n', date) + 1 - date);
+  }
+
   static constexpr std::int32_t kDefault = 1000;
   bool accept_ = false;
   bool confirms_ = false;
   std::string opened_;
   TTeardropOptionsEx shown_;
+  TTearDropOptions legacy_shown_;
   Editor::ClientSetup ClientOfThis() {
     Editor::ClientSetup setup;
     setup.teardrop_dialog = [this](TTeardropOptionsEx& options) {
       shown_ = options;
       options.SizePercentArray[eTeardropObject_Via].Length = 44;
+      return accept_;
+    };
+    setup.legacy_teardrop_dialog = [this](TTearDropOptions& options) {
+      legacy_shown_ = options;
+      options.Style = eTrackTearDrop;
+      options.Selected = true;
       return accept_;
     };
     setup.confirm = [this](const std::u16string& text) {

@@ -1,4 +1,6 @@
 // Teardrops on whole boards, through the exports: who gets which, and who loses it.
+#include <sstream>
+
 #include "Editor/Files/BoardFile.h"
 #include "Editor/Rules/Clearance.h"
 #include "Tests/DLLs/Tools/Teardrops/TearDropsBoard.h"
@@ -19,10 +21,8 @@ TEST_F(TearDrops, WhoGetsHowMany) {
     std::int32_t flags;
     int count;
   } rows[] = {
-      {"via", "via 0,0 30/15 net A ; track 0,0 200,0 w10 top net A", kDefault, 1},
       {"track through a via: both sides in one", "via 0,0 30/15 net A ; track -200,0 200,0 w10 top net A",
        kDefault, 1},
-      {"round surface pad", "pad 0,0 60x60 round top net A ; track 0,0 200,0 w10 top net A", kDefault, 1},
       {"rectangle crossed twice", "pad 0,0 60x40 rect top net A ; track -200,0 200,0 w10 top net A", kDefault,
        2},
       {"a track wider than the pad", "pad 0,0 20x20 round top net A ; track 0,0 200,0 w30 top net A",
@@ -32,8 +32,6 @@ TEST_F(TearDrops, WhoGetsHowMany) {
       {"surface pads alone",
        "pad 0,0 60x60 round hole 30 net A ; pad 200,0 60x60 top net A ; track 0,0 200,0 w10 top net A",
        kAdd | TeardropFlag_Pad, 1},
-      {"a narrow track leaves a wide one", "track -200,0 200,0 w40 top net A ; track 0,0 0,200 w10 top net A",
-       kDefault, 1},
       {"T of one width", "track -200,0 200,0 w10 top net A ; track 0,0 0,200 w10 top net A", kDefault, 1},
       {"cross", "track -200,0 200,0 w10 top net A ; track 0,-200 0,200 w10 top net A", kDefault, 1},
       {"junction on a via is the via's",
@@ -41,7 +39,6 @@ TEST_F(TearDrops, WhoGetsHowMany) {
       {"a stub beside a straight run: the junction has no area",
        "track 0,-100 0,0 w18 top net A ; track 0,0 0,100 w18 top net A ; track 1,1 0,0 w18 top net A",
        kDefault, 0},
-      {"corner of two", "track -200,0 0,0 w10 top net A ; track 0,0 0,200 w10 top net A", kDefault, 0},
       {"keep-out track", "via 0,0 30/15 net A ; track 0,0 200,0 w10 top net A keepout", kDefault, 0},
       {"selection: the via is selected",
        "via 0,0 30/15 net A selected ; via 200,0 30/15 net A ; track 0,0 200,0 w10 top net A",
@@ -60,59 +57,30 @@ TEST_F(TearDrops, WhoGetsHowMany) {
 TEST_F(TearDrops, OutlinesOnABoard) {
   constexpr std::int32_t kStraight = kDefault | TeardropFlag_Straight;
   constexpr std::int32_t kUnscaled = kStraight & ~TeardropFlag_ScaleWidth;
-  struct Place {
-    double x, y;
-  };
   const struct {
     const char* name;
     const char* board;
     std::int32_t flags;
-    std::vector<Place> outline;  // none: no teardrop
+    std::string outline;  // none: no teardrop
   } rows[] = {
-      {"via: 9 long, 21 wide",
-       "via 0,0 30/15 ; track 0,0 200,0 w10 top",
-       kStraight,
-       {{23.1421, -5}, {10.7121, -10.5}, {10.7121, 10.5}, {23.1421, 5}}},
-      {"round surface pad: 10 long, 20 wide",
-       "pad 0,0 60x60 round top ; track 0,0 200,0 w10 top",
-       kStraight,
-       {{39.5804, -5}, {28.2843, -10}, {28.2843, 10}, {39.5804, 5}}},
-      {"round through-hole pad: 18 long, 42 wide",
-       "pad 0,0 60x60 round hole 30 ; track 0,0 200,0 w10 top",
-       kStraight,
-       {{47.5804, -5}, {21.4243, -21}, {21.4243, 21}, {47.5804, 5}}},
-      {"rectangle, shrunk by 0.12",
-       "pad 0,0 60x40 rect top ; track 0,0 200,0 w10 top",
-       kStraight,
-       {{39.88, -5}, {29.76, -10}, {29.76, 10}, {39.88, 5}}},
-      {"oval, across",
-       "pad 0,0 60x40 round top ; track 0,0 0,200 w8 top",
-       kStraight,
-       {{4, 27.88}, {8, 19.76}, {-8, 19.76}, {-4, 27.88}}},
-      {"rectangle, half the run", "pad 0,0 60x40 rect top ; track 0,0 34.88,0 w10 top", kStraight, {}},
-      {"rectangle, half the run at the full width",
-       "pad 0,0 60x40 rect top ; track 0,0 34.88,0 w10 top",
-       kUnscaled,
-       {{34.88, -5}, {29.76, -10}, {29.76, 10}, {34.88, 5}}},
-      {"a narrow track leaves a wide one",
-       "track -200,0 200,0 w40 top ; track 0,0 0,200 w10 top",
-       kStraight,
-       {{5, 59.3649}, {14.1510, 14.1333}, {-14.1510, 14.1333}, {-5, 59.3649}}},
-      {"via, curved",
-       "via 0,0 30/15 ; track 0,0 200,0 w10 top",
-       kDefault,
-       {{23.1421, -5},
-        {21.7508, -5.055},
-        {20.3925, -5.22},
-        {19.0671, -5.495},
-        {17.7747, -5.88},
-        {16.5152, -6.375},
-        {15.2887, -6.98},
-        {14.0951, -7.695},
-        {12.9345, -8.52},
-        {11.8068, -9.455},
-        {10.7121, -10.5},
-        {10.7121, 10.5}}},
+      {"via: 9 long, 21 wide", "via 0,0 30/15 ; track 0,0 200,0 w10 top", kStraight,
+       "23.1421,-5 10.7121,-10.5 10.7121,10.5 23.1421,5"},
+      {"round surface pad: 10 long, 20 wide", "pad 0,0 60x60 round top ; track 0,0 200,0 w10 top", kStraight,
+       "39.5804,-5 28.2843,-10 28.2843,10 39.5804,5"},
+      {"round through-hole pad: 18 long, 42 wide", "pad 0,0 60x60 round hole 30 ; track 0,0 200,0 w10 top",
+       kStraight, "47.5804,-5 21.4243,-21 21.4243,21 47.5804,5"},
+      {"rectangle, shrunk by 0.12", "pad 0,0 60x40 rect top ; track 0,0 200,0 w10 top", kStraight,
+       "39.88,-5 29.76,-10 29.76,10 39.88,5"},
+      {"oval, across", "pad 0,0 60x40 round top ; track 0,0 0,200 w8 top", kStraight,
+       "4,27.88 8,19.76 -8,19.76 -4,27.88"},
+      {"rectangle, half the run", "pad 0,0 60x40 rect top ; track 0,0 34.88,0 w10 top", kStraight, ""},
+      {"rectangle, half the run at the full width", "pad 0,0 60x40 rect top ; track 0,0 34.88,0 w10 top",
+       kUnscaled, "34.88,-5 29.76,-10 29.76,10 34.88,5"},
+      {"a narrow track leaves a wide one", "track -200,0 200,0 w40 top ; track 0,0 0,200 w10 top", kStraight,
+       "5,59.3649 14.1510,14.1333 -14.1510,14.1333 -5,59.3649"},
+      {"via, curved", "via 0,0 30/15 ; track 0,0 200,0 w10 top", kDefault,
+       "23.1421,-5 21.7508,-5.055 20.3925,-5.22 19.0671,-5.495 17.7747,-5.88 16.5152,-6.375 15.2887,-6.98 "
+       "14.0951,-7.695 12.9345,-8.52 11.8068,-9.455 10.7121,-10.5 10.7121,10.5"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -123,9 +91,12 @@ TEST_F(TearDrops, OutlinesOnABoard) {
     if (!region) continue;
     const auto& points = region->data.rings[0].points;
     ASSERT_EQ(points.size(), row.flags & TeardropFlag_Straight ? 4u : 22u);
-    for (std::size_t i = 0; i < row.outline.size(); ++i) {
-      EXPECT_NEAR(points[i].x, row.outline[i].x * 10000, 2) << "vertex " << i;
-      EXPECT_NEAR(points[i].y, row.outline[i].y * 10000, 2) << "vertex " << i;
+    std::istringstream outline(row.outline);
+    char comma = 0;
+    double x = 0, y = 0;
+    for (std::size_t i = 0; outline >> x >> comma >> y; ++i) {
+      EXPECT_NEAR(points[i].x, x * 10000, 2) << "vertex " << i;
+      EXPECT_NEAR(points[i].y, y * 10000, 2) << "vertex " << i;
     }
   }
 }

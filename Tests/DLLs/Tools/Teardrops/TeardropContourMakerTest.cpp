@@ -56,12 +56,6 @@ std::vector<Place> OnVia(LineType line_mil, std::int32_t flags = kStraight) {
 }
 
 // On a via of 30 mil a teardrop runs 30 percent, 9 mil, and is 70 percent, 21 mil, wide.
-TEST(CircleOutline, OneTrackIntoAVia) {
-  const double tail = std::sqrt(15 * 15 - 5 * 5) + 9, foot = std::sqrt(15 * 15 - 10.5 * 10.5);
-  ExpectOutline(OnVia({0, 0, 100, 0}), {{tail, -5}, {foot, -10.5}, {foot, 10.5}, {tail, 5}});
-  EXPECT_TRUE(OnVia({50, 0, 100, 0}).empty());
-}
-
 TEST(CircleOutline, AShortTrackMakesTheFootNarrower) {
   // The track ends 4.5 mil from the via: half the length, half the width of the foot, which is no wider then
   // than 10.5 mil.
@@ -86,6 +80,7 @@ TEST(CircleOutline, ATrackThroughAViaHasBothSidesInOneContour) {
                         {-foot, -10.5},
                         {foot, 10.5},
                         {tail, 5}});
+  EXPECT_TRUE(OnVia({50, 0, 100, 0}).empty());
 }
 
 // On the other side the track ends a mil beyond the via, where the foot comes out narrower than the track.
@@ -110,14 +105,6 @@ TEST(CircleOutline, IsTheSameAtEveryAngle) {
         ASSERT_LE(std::hypot(found[i].x - upright[i].x, found[i].y - upright[i].y), 2) << degrees;
     }
   }
-}
-
-TEST(CircleOutline, CurvedFlanksKeepTheirEnds) {
-  const std::vector<Place> straight = OnVia({0, 0, 100, 0}), curved = OnVia({0, 0, 100, 0}, 0);
-  ASSERT_GT(curved.size(), 6u);
-  EXPECT_NEAR(curved.front().x, straight.front().x, 2);
-  EXPECT_NEAR(curved.back().y, straight.back().y, 2);
-  for (const Place& place : curved) EXPECT_LE(std::hypot(place.x, place.y), 24 * kMil + 2);
 }
 
 TEST(CircleOutline, AWidthOfMinusOneLeavesTheFeetOnTheCircleAboutTheAnchor) {
